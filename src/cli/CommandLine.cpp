@@ -1,0 +1,79 @@
+#include "cli/CommandLine.h"
+
+#include "cli/Commands.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstring>
+
+namespace ravelinth::cli {
+
+namespace {
+
+struct Command {
+    const char *name;
+    int (*run)(const QList<QByteArray> &);
+    const char *synopsis;
+};
+
+constexpr Command commands[] = {
+    {"scan", runScanCommand, "scan PATH [--min-size-mb N] [--hidden] [--json | --print0]"},
+    {"disk", runDiskCommand, "disk [--json]"},
+    {"trash", runTrashCommand, "trash PATH... [--json]"},
+    {"reveal", runRevealCommand, "reveal PATH..."},
+};
+
+void printUsage(FILE *stream) {
+    std::fputs("Ravelinth finds the large files filling a disk and moves the ones you pick to the "
+               "Trash.\n\nUsage:\n  ravelinth                 open the window\n",
+               stream);
+    for (const Command &command : commands)
+        std::fprintf(stream, "  ravelinth %s\n", command.synopsis);
+    std::fputs("  ravelinth --help | --version\n\nRun 'ravelinth COMMAND --help' for details.\n",
+               stream);
+}
+
+} // namespace
+
+bool isCommandLineInvocation(int argc, char **argv) {
+    if (argc < 2)
+        return false;
+    const char *first = argv[1];
+    if (std::strcmp(first, "--help") == 0 || std::strcmp(first, "-h") == 0 ||
+        std::strcmp(first, "--version") == 0)
+        return true;
+    for (const Command &command : commands) {
+        if (std::strcmp(first, command.name) == 0)
+            return true;
+    }
+    // Anything else that is not a Qt option is a mistyped command, answered with usage.
+    return first[0] != '-';
+}
+
+int runCommandLine(int argc, char **argv) {
+    const char *first = argv[1];
+    if (std::strcmp(first, "--help") == 0 || std::strcmp(first, "-h") == 0) {
+        printUsage(stdout);
+        return exitSuccess;
+    }
+    if (std::strcmp(first, "--version") == 0) {
+        std::printf("ravelinth %s\n", RAVELINTH_VERSION);
+        return exitSuccess;
+    }
+    for (const Command &command : commands) {
+        if (std::strcmp(first, command.name) != 0)
+            continue;
+        int appArgc = 1;
+        QCoreApplication app(appArgc, argv);
+        QList<QByteArray> arguments;
+        for (int i = 2; i < argc; ++i)
+            arguments.append(QByteArray(argv[i]));
+        return command.run(arguments);
+    }
+    std::fprintf(stderr, "ravelinth: unknown command '%s'\n\n", first);
+    printUsage(stderr);
+    return exitUsage;
+}
+
+} // namespace ravelinth::cli

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QByteArrayView>
+
+namespace ravelinth {
+
+// `needle` must be lower-case ASCII; bytes of `haystack` outside A-Z are compared as they are.
+bool asciiContainsIgnoringCase(QByteArrayView haystack, QByteArrayView needle);
+
+} // namespace ravelinth

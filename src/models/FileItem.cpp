@@ -1,0 +1,66 @@
+#include "models/FileItem.h"
+
+#include "models/AsciiText.h"
+
+namespace ravelinth {
+
+FileItem FileItem::make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category) {
+    return FileItem{QUuid::createUuid(), std::move(path), size, modifiedMSecs, category};
+}
+
+QByteArrayView lastPathComponent(QByteArrayView path) {
+    qsizetype end = path.size();
+    // "/a/b/" names "b", as a last-path-component operation gives it.
+    while (end > 1 && path[end - 1] == '/')
+        --end;
+    const qsizetype slash = path.first(end).lastIndexOf('/');
+    if (slash < 0)
+        return path.first(end);
+    if (end == 1 && slash == 0)
+        return path.first(1);
+    return path.sliced(slash + 1, end - slash - 1);
+}
+
+QString fileExtensionOf(QByteArrayView name) {
+    const qsizetype dot = name.lastIndexOf('.');
+    if (dot <= 0 || dot == name.size() - 1)
+        return {};
+    return QString::fromUtf8(name.sliced(dot + 1)).toLower();
+}
+
+QByteArrayView FileItem::name() const { return lastPathComponent(path); }
+
+QByteArrayView FileItem::parentPath() const {
+    const QByteArrayView view(path);
+    const qsizetype slash = view.lastIndexOf('/');
+    if (slash < 0)
+        return {};
+    if (slash == 0)
+        return view.first(1);
+    return view.first(slash);
+}
+
+QString FileItem::fileExtension() const { return fileExtensionOf(name()); }
+
+bool FileItem::isSafeToDelete() const {
+    switch (category) {
+    case ScanCategory::installer:
+    case ScanCategory::archive:
+    case ScanCategory::cache:
+        return true;
+    default:
+        return isDefinitelySafe();
+    }
+}
+
+bool FileItem::isDefinitelySafe() const {
+    static constexpr const char *indicators[] = {"downloads", "cache", "caches",
+                                                 "tmp",       "temp",  ".trash"};
+    for (const char *indicator : indicators) {
+        if (asciiContainsIgnoringCase(path, indicator))
+            return true;
+    }
+    return false;
+}
+
+} // namespace ravelinth

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "models/ScanCategory.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QHashFunctions>
+#include <QString>
+#include <QUuid>
+
+namespace ravelinth {
+
+// One kept file. The path is the exact bytes the walk produced (a Linux name need not be UTF-8);
+// every file operation uses those bytes, and the display* functions decode them for people,
+// with U+FFFD for bytes that are not UTF-8. Two records for the same path are equal.
+struct FileItem {
+    QUuid id;
+    QByteArray path;
+    qint64 size = 0;
+    qint64 modifiedMSecs = 0; // content modification time, milliseconds since the epoch (UTC)
+    ScanCategory category = ScanCategory::other;
+
+    static FileItem make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category);
+
+    // Last path component, as bytes.
+    QByteArrayView name() const;
+    // The folder holding the file: the path without its last component.
+    QByteArrayView parentPath() const;
+    QString displayPath() const { return QString::fromUtf8(path); }
+    QString displayName() const { return QString::fromUtf8(name()); }
+    QString displayParentPath() const { return QString::fromUtf8(parentPath()); }
+    // Lower-cased text after the last dot of the name; empty when there is none, when the only
+    // dot starts the name (".bashrc") or when the name ends with a dot.
+    QString fileExtension() const;
+    QDateTime modifiedDate() const { return QDateTime::fromMSecsSinceEpoch(modifiedMSecs, Qt::UTC); }
+
+    bool isSafeToDelete() const;
+    // A plain substring test on the whole lower-cased path: broad on purpose ("template.pdf",
+    // a folder named "Attempts" and "Temperature.csv" all count).
+    bool isDefinitelySafe() const;
+
+    bool operator==(const FileItem &other) const { return path == other.path; }
+};
+
+inline size_t qHash(const FileItem &item, size_t seed = 0) { return qHash(item.path, seed); }
+
+QByteArrayView lastPathComponent(QByteArrayView path);
+QString fileExtensionOf(QByteArrayView name);
+
+} // namespace ravelinth

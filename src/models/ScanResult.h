@@ -1,0 +1,35 @@
+#pragma once
+
+#include "models/CategoryStats.h"
+#include "models/FileItem.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+
+#include <array>
+
+namespace ravelinth {
+
+// Statistics for all nine categories, indexed by `ScanCategory::index()`.
+using CategoryStatsTable = std::array<CategoryStats, ScanCategory::count>;
+
+CategoryStatsTable makeEmptyCategoryStatsTable();
+
+struct ScanResult {
+    QList<FileItem> files; // largest first; equal sizes keep walk order
+    CategoryStatsTable categoryStats;
+    qint64 totalSize = 0;
+    double duration = 0; // seconds
+    QByteArray scannedPath; // exactly as the caller passed it
+    QDateTime timestamp;
+};
+
+struct ScanConfiguration {
+    qint64 minFileSizeBytes = 0;
+    bool includeHiddenFiles = false;
+    bool skipSystemDirectories = false;
+    bool followSymlinks = false; // carried, never consulted: links are not followed
+};
+
+} // namespace ravelinth

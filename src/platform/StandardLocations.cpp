@@ -1,0 +1,43 @@
+#include "platform/StandardLocations.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace ravelinth::platform {
+
+QString homeDirectory() { return QDir::homePath(); }
+
+#ifdef Q_OS_MACOS
+
+QString downloadsDirectory() { return homeDirectory() + u"/Downloads"_qs; }
+QString desktopDirectory() { return homeDirectory() + u"/Desktop"_qs; }
+QString documentsDirectory() { return homeDirectory() + u"/Documents"_qs; }
+QString applicationsDirectory() { return u"/Applications"_qs; }
+QString libraryDirectory() { return homeDirectory() + u"/Library"_qs; }
+
+#else
+
+namespace {
+// The XDG folder when the user has one that differs from home, else home + the usual suffix.
+QString xdgFolder(QStandardPaths::StandardLocation location, const QString &suffix) {
+    const QString folder = QStandardPaths::writableLocation(location);
+    if (folder.isEmpty() || folder == homeDirectory())
+        return homeDirectory() + suffix;
+    return folder;
+}
+} // namespace
+
+QString downloadsDirectory() { return xdgFolder(QStandardPaths::DownloadLocation, u"/Downloads"_qs); }
+QString desktopDirectory() { return xdgFolder(QStandardPaths::DesktopLocation, u"/Desktop"_qs); }
+QString documentsDirectory() { return xdgFolder(QStandardPaths::DocumentsLocation, u"/Documents"_qs); }
+QString applicationsDirectory() { return u"/usr"_qs; }
+QString libraryDirectory() {
+    const QString dataHome = qEnvironmentVariable("XDG_DATA_HOME");
+    if (!dataHome.isEmpty() && QDir::isAbsolutePath(dataHome))
+        return dataHome;
+    return homeDirectory() + u"/.local/share"_qs;
+}
+
+#endif
+
+} // namespace ravelinth::platform

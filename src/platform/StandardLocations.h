@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace ravelinth::platform {
+
+// The user's home folder, read afresh on each call.
+QString homeDirectory();
+QString downloadsDirectory();
+QString desktopDirectory();
+QString documentsDirectory();
+// Where installed programs live: "/Applications" on macOS, "/usr" on Linux.
+QString applicationsDirectory();
+// The per-user data folder: ~/Library on macOS, $XDG_DATA_HOME (or ~/.local/share) on Linux.
+QString libraryDirectory();
+
+} // namespace ravelinth::platform

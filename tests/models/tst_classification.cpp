@@ -1,0 +1,145 @@
+#include "models/FileItem.h"
+#include "models/QuickAccessLocation.h"
+#include "models/ScanCategory.h"
+
+#include <QSet>
+#include <QtTest>
+
+using namespace ravelinth;
+
+class ClassificationTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void categoriesInFixedOrderWithTheirNames() {
+        QStringList names;
+        for (ScanCategory category : ScanCategory::allCases())
+            names << category.rawValue();
+        QCOMPARE(names, (QStringList{u"Installers"_qs, u"Archives"_qs, u"Videos"_qs,
+                                     u"Images"_qs, u"Documents"_qs, u"Audio"_qs,
+                                     u"Applications"_qs, u"Cache"_qs, u"Other"_qs}));
+        for (ScanCategory category : ScanCategory::allCases())
+            QCOMPARE(ScanCategory::fromRawValue(category.rawValue()), category);
+        QCOMPARE(ScanCategory::fromRawValue(u"videos"), std::nullopt);
+        QCOMPARE(ScanCategory(ScanCategory::application).icon(), u"app.badge"_qs);
+        QCOMPARE(ScanCategory(ScanCategory::cache).color(), Color(u"6b7280"));
+    }
+
+    void extensionsClassifyWithInstallerPrecedence_data() {
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<int>("category");
+        QTest::newRow("empty") << QString() << int(ScanCategory::other);
+        QTest::newRow("JPG") << u"JPG"_qs << int(ScanCategory::image);
+        QTest::newRow("Jpg") << u"Jpg"_qs << int(ScanCategory::image);
+        QTest::newRow("tar.gz whole") << u"tar.gz"_qs << int(ScanCategory::other);
+        QTest::newRow("gz") << u"gz"_qs << int(ScanCategory::archive);
+        QTest::newRow("app is an installer") << u"app"_qs << int(ScanCategory::installer);
+        QTest::newRow("APP") << u"APP"_qs << int(ScanCategory::installer);
+        QTest::newRow("mkv") << u"mkv"_qs << int(ScanCategory::video);
+        QTest::newRow("keynote") << u"keynote"_qs << int(ScanCategory::document);
+        QTest::newRow("aiff") << u"aiff"_qs << int(ScanCategory::audio);
+        QTest::newRow("iso") << u"iso"_qs << int(ScanCategory::installer);
+        QTest::newRow("unknown") << u"qcow2"_qs << int(ScanCategory::other);
+    }
+    void extensionsClassifyWithInstallerPrecedence() {
+        QFETCH(QString, extension);
+        QFETCH(int, category);
+        QCOMPARE(int(ScanCategory::from(extension)), category);
+    }
+
+    void cacheIndicatorsMatchAnywhereInThePath() {
+        for (const char *path : {"/Users/a/Library/Caches/x.bin", "/Users/a/Documents/contemporary.pdf",
+                                 "/home/a/Logs/app.mp4", "/var/TMP/x", "/a/Templates/movie.mov"}) {
+            QVERIFY2(ScanCategory::isInCacheDirectory(QString::fromLatin1(path)), path);
+            QVERIFY2(ScanCategory::isInCacheDirectory(QByteArrayView(path)), path);
+        }
+        QVERIFY(!ScanCategory::isInCacheDirectory(u"/home/a/Videos/holiday.mkv"));
+        QVERIFY(!ScanCategory::isInCacheDirectory(QByteArrayView("/home/a/\xff/x.iso")));
+    }
+
+    void safeToDeleteTraps() {
+        auto item = [](const char *path, ScanCategory category) {
+            return FileItem::make(QByteArray(path), 1, 0, category);
+        };
+        QVERIFY(item("/Users/a/Projects/Temperature.csv", ScanCategory::other).isSafeToDelete());
+        QVERIFY(!item("/Users/a/Movies/film.mov", ScanCategory::video).isSafeToDelete());
+        QVERIFY(item("/Users/a/Downloads/film.mov", ScanCategory::video).isSafeToDelete());
+        QVERIFY(item("/home/a/Attempts/x.pdf", ScanCategory::document).isDefinitelySafe());
+        QVERIFY(item("/media/usb/.Trash-1000/files/x", ScanCategory::other).isSafeToDelete());
+        QVERIFY(item("/home/a/x.zip", ScanCategory::archive).isSafeToDelete());
+        QVERIFY(!item("/home/a/x.zip", ScanCategory::archive).isDefinitelySafe());
+        QVERIFY(!item("/home/a/app.bin", ScanCategory::application).isSafeToDelete());
+    }
+
+    void fileItemIdentityIsThePath() {
+        const FileItem a = FileItem::make("/a/b.mov", 10, 1, ScanCategory::video);
+        const FileItem b = FileItem::make("/a/b.mov", 99, 2, ScanCategory::other);
+        QVERIFY(a.id != b.id);
+        QVERIFY(a == b);
+        QCOMPARE(qHash(a), qHash(b));
+        QVERIFY(!(a == FileItem::make("/a/c.mov", 10, 1, ScanCategory::video)));
+    }
+
+    void namesAndExtensions_data() {
+        QTest::addColumn<QByteArray>("path");
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<QByteArray>("parent");
+        QTest::newRow("plain") << QByteArray("/a/Movie.MKV") << QByteArray("Movie.MKV") << u"mkv"_qs << QByteArray("/a");
+        QTest::newRow("dotfile") << QByteArray("/a/.bashrc") << QByteArray(".bashrc") << QString() << QByteArray("/a");
+        QTest::newRow("no dot") << QByteArray("/a/README") << QByteArray("README") << QString() << QByteArray("/a");
+        QTest::newRow("trailing dot") << QByteArray("/a/x.") << QByteArray("x.") << QString() << QByteArray("/a");
+        QTest::newRow("two dots") << QByteArray("/a/x.tar.gz") << QByteArray("x.tar.gz") << u"gz"_qs << QByteArray("/a");
+        QTest::newRow("root file") << QByteArray("/x.iso") << QByteArray("x.iso") << u"iso"_qs << QByteArray("/");
+        QTest::newRow("not utf-8") << QByteArray("/a/\xff\xfe.ZIP") << QByteArray("\xff\xfe.ZIP") << u"zip"_qs << QByteArray("/a");
+    }
+    void namesAndExtensions() {
+        QFETCH(QByteArray, path);
+        QFETCH(QByteArray, name);
+        QFETCH(QString, extension);
+        QFETCH(QByteArray, parent);
+        const FileItem item = FileItem::make(path, 1, 0, ScanCategory::other);
+        QCOMPARE(item.name().toByteArray(), name);
+        QCOMPARE(item.fileExtension(), extension);
+        QCOMPARE(item.parentPath().toByteArray(), parent);
+    }
+
+    void undecodableNamesDisplayWithReplacementCharacters() {
+        const FileItem item = FileItem::make("/a/b\xffz.bin", 1, 0, ScanCategory::other);
+        QCOMPARE(item.displayName(), u"b\uFFFDz.bin"_qs);
+        QCOMPARE(item.path, QByteArray("/a/b\xffz.bin"));
+    }
+
+    void hexColours() {
+        QCOMPARE(Color(u"#10b981"), Color(u"10b981"));
+        const Color abc(u"abc");
+        QCOMPARE(abc, Color(0xaa / 255.0, 0xbb / 255.0, 0xcc / 255.0, 1));
+        QCOMPARE(Color(u"12345"), Color(0, 0, 0, 1));
+        QCOMPARE(Color(u"80ff0000").alpha, 128 / 255.0);
+        QCOMPARE(Color(u"zz"), Color(0, 0, 0, 1));
+        QCOMPARE(Color::categoryImage(), Color::diskGreen());
+        QCOMPARE(Color::categoryAudio(), Color::diskYellow());
+        QCOMPARE(Color(u"#667eea").name(), u"#ff667eea"_qs);
+    }
+
+    void quickAccessTable() {
+        const auto &locations = QuickAccessLocation::defaultLocations();
+        QCOMPARE(locations.size(), 6);
+        QStringList names;
+        QSet<QUuid> ids;
+        for (const auto &location : locations) {
+            names << location.name;
+            ids.insert(location.id);
+        }
+        QCOMPARE(names, (QStringList{u"Home"_qs, u"Downloads"_qs, u"Desktop"_qs, u"Documents"_qs,
+                                     u"Applications"_qs, u"Library"_qs}));
+        QCOMPARE(ids.size(), 6);
+        QCOMPARE(locations[0].path, QDir::homePath());
+        QVERIFY(QDir::isAbsolutePath(locations[4].path));
+        QCOMPARE(locations[0].color, Color::systemBlue());
+        QCOMPARE(locations[5].icon, u"books.vertical.fill"_qs);
+    }
+};
+
+QTEST_GUILESS_MAIN(ClassificationTest)
+#include "tst_classification.moc"

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QByteArray>
+#include <QTemporaryDir>
+
+#include <optional>
+
+namespace ravelinth::test {
+
+// A real folder tree in a temporary directory, built with POSIX calls on byte paths so that
+// names need not be UTF-8. Files are sparse: a 5 GB file costs no disk space.
+class TestTree {
+public:
+    TestTree();
+
+    // Absolute path of the root, as bytes, without a trailing slash.
+    QByteArray root() const { return m_root; }
+    QByteArray path(QByteArrayView relative) const;
+
+    // Creates parent folders as needed. `mtimeSecs` sets the modification time when given.
+    QByteArray file(QByteArrayView relative, qint64 size = 0,
+                    std::optional<qint64> mtimeSecs = std::nullopt);
+    QByteArray folder(QByteArrayView relative);
+    QByteArray symlink(QByteArrayView target, QByteArrayView relative);
+    QByteArray fifo(QByteArrayView relative);
+
+private:
+    QTemporaryDir m_dir;
+    QByteArray m_root;
+};
+
+// Points HOME and the XDG folders at a temporary directory for the life of the object, so that
+// tests never read or write the real user's settings, data or trash.
+class ScopedTestEnvironment {
+public:
+    ScopedTestEnvironment();
+    ~ScopedTestEnvironment();
+    ScopedTestEnvironment(const ScopedTestEnvironment &) = delete;
+    ScopedTestEnvironment &operator=(const ScopedTestEnvironment &) = delete;
+
+    QByteArray home() const { return m_home; }
+    QByteArray dataHome() const { return m_home + "/.local/share"; }
+    QByteArray configHome() const { return m_home + "/.config"; }
+
+private:
+    QTemporaryDir m_dir;
+    QByteArray m_home;
+    QList<QPair<QByteArray, std::optional<QByteArray>>> m_saved;
+};
+
+} // namespace ravelinth::test

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <utility>
+#include <variant>
+
+namespace ravelinth {
+
+// A value or the error that stopped it (std::expected arrives with C++23).
+template <typename T, typename E> class Expected {
+public:
+    Expected(T value) : m_data(std::in_place_index<0>, std::move(value)) {}
+    Expected(E error) : m_data(std::in_place_index<1>, std::move(error)) {}
+
+    bool hasValue() const { return m_data.index() == 0; }
+    explicit operator bool() const { return hasValue(); }
+    const T &value() const { return std::get<0>(m_data); }
+    T &value() { return std::get<0>(m_data); }
+    const E &error() const { return std::get<1>(m_data); }
+
+private:
+    std::variant<T, E> m_data;
+};
+
+} // namespace ravelinth

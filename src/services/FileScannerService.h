@@ -1,0 +1,67 @@
+#pragma once
+
+#include "models/Expected.h"
+#include "models/ScanResult.h"
+
+#include <QFuture>
+#include <QObject>
+
+#include <functional>
+
+namespace ravelinth {
+
+class FileScannerError {
+public:
+    enum Code { pathNotFound, enumeratorFailed, permissionDenied };
+
+    static FileScannerError makePathNotFound(QByteArray path) { return {pathNotFound, std::move(path)}; }
+    static FileScannerError makeEnumeratorFailed() { return {enumeratorFailed, {}}; }
+
+    Code code() const { return m_code; }
+    const QByteArray &path() const { return m_path; }
+    // "Path not found: <path>", "Failed to create directory enumerator", "Permission denied".
+    QString description() const;
+
+private:
+    FileScannerError(Code code, QByteArray path) : m_code(code), m_path(std::move(path)) {}
+    Code m_code;
+    QByteArray m_path;
+};
+
+using ScanOutcome = Expected<ScanResult, FileScannerError>;
+
+// (files counted so far, bytes counted so far, display path of the current file)
+using ScanProgressHandler = std::function<void(qint64, qint64, const QString &)>;
+
+// Walks one folder tree on a worker thread of its own and keeps the files at or above the
+// configured size.
+//
+// scan() returns at once. The future finishes with the ScanResult (or the error) once the walk
+// is done; continue it on the main thread with `future.then(context, ...)`. Every 100 counted
+// files the progress handler is queued to the thread that called scan() (the main thread); the
+// walk never waits for it to run.
+//
+// cancel() may be called from any thread. The walk notices it at the first entry after the next
+// progress report and then returns what it has found so far as an ordinary result. Each scan
+// starts with the flag cleared, so a cancel before scan() is lost. One scan per service at a
+// time; the destructor cancels a running walk and waits for it.
+class FileScannerService : public QObject {
+    Q_OBJECT
+
+public:
+    explicit FileScannerService(QObject *parent = nullptr);
+    ~FileScannerService() override;
+
+    QFuture<ScanOutcome> scan(QByteArray path, ScanConfiguration configuration,
+                              ScanProgressHandler progressHandler = {});
+    void cancel();
+
+    static const QList<QByteArray> &alwaysSkippedNames();
+    static const QList<QByteArray> &systemSkippedNames();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace ravelinth

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFuture>
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+namespace ravelinth {
+
+// The desktop's file manager and the folder chooser.
+//
+// revealInFinder() makes one asynchronous org.freedesktop.FileManager1.ShowItems call with every
+// path, in order, and returns at once; when no file manager answers it opens the first item's
+// folder instead.
+//
+// selectFolder() asks the interface for a folder: it emits folderSelectionRequested(), and the
+// interface shows its chooser (directories only, single selection, no folder creation, starting
+// in `initialPath` or the home folder, titled `title`) and answers with completeFolderSelection().
+// The future finishes with the chosen path, or nothing on cancel. With nobody listening it
+// finishes with nothing at once.
+class FinderService : public QObject {
+    Q_OBJECT
+
+public:
+    static FinderService &shared();
+
+    void revealInFinder(const QList<QByteArray> &paths);
+
+    QFuture<std::optional<QString>> selectFolder(const QString &title,
+                                                 const std::optional<QString> &initialPath);
+
+public slots:
+    // An empty path means the user cancelled.
+    void completeFolderSelection(const QString &path);
+
+signals:
+    void folderSelectionRequested(const QString &title, const QString &initialPath);
+
+private:
+    explicit FinderService(QObject *parent = nullptr);
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace ravelinth

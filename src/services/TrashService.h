@@ -1,0 +1,75 @@
+#pragma once
+
+#include "models/Expected.h"
+
+#include <QByteArray>
+#include <QFuture>
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+#include <variant>
+
+namespace ravelinth {
+
+class TrashError {
+public:
+    enum Code { moveFailed, fileNotFound };
+
+    static TrashError makeMoveFailed(QByteArray path, QString reason) {
+        return {moveFailed, std::move(path), std::move(reason)};
+    }
+    static TrashError makeFileNotFound(QByteArray path) { return {fileNotFound, std::move(path), {}}; }
+
+    Code code() const { return m_code; }
+    const QByteArray &path() const { return m_path; }
+    const QString &reason() const { return m_reason; }
+    // "Failed to move '<name>' to Trash: <reason>" (only the last component of the path) or
+    // "File not found: <whole path>".
+    QString description() const;
+
+private:
+    TrashError(Code code, QByteArray path, QString reason)
+        : m_code(code), m_path(std::move(path)), m_reason(std::move(reason)) {}
+    Code m_code;
+    QByteArray m_path;
+    QString m_reason;
+};
+
+struct TrashSuccess {
+    QByteArray originalPath;
+    std::optional<QByteArray> trashPath; // where it now lies, when known
+};
+
+struct TrashFailure {
+    QByteArray path;
+    QString error;
+};
+
+using TrashResult = std::variant<TrashSuccess, TrashFailure>;
+using TrashMoveOutcome = Expected<std::optional<QByteArray>, TrashError>;
+
+// Moves files to the user's Trash, never deleting anything. Paths are exact bytes.
+// The asynchronous forms run on a worker thread, one move after another in input order, and
+// return at once; the synchronous forms are for the command line.
+class TrashService : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TrashService(QObject *parent = nullptr);
+    ~TrashService() override;
+
+    QFuture<TrashMoveOutcome> moveToTrash(QByteArray path);
+    // One result per path, in input order; never fails as a whole.
+    QFuture<QList<TrashResult>> moveToTrash(QList<QByteArray> paths);
+
+    static TrashMoveOutcome moveToTrashNow(const QByteArray &path);
+    static QList<TrashResult> moveToTrashNow(const QList<QByteArray> &paths);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace ravelinth

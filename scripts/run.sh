@@ -4,4 +4,4 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 scripts/build.sh
-exec ./build/src/app/ravelinth "$@"
+exec ./build/bin/ravelinth "$@"

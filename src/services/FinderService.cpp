@@ -7,6 +7,8 @@ struct FinderService::Private {};
 
 FinderService::FinderService(QObject *parent) : QObject(parent) {}
 
+FinderService::~FinderService() = default;
+
 FinderService &FinderService::shared() {
     static FinderService *instance = new FinderService;
     return *instance;

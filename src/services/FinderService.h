@@ -26,6 +26,7 @@ class FinderService : public QObject {
 
 public:
     static FinderService &shared();
+    ~FinderService() override;
 
     void revealInFinder(const QList<QByteArray> &paths);
 

@@ -1,13 +1,195 @@
 #include "cli/Commands.h"
+#include "cli/InterruptWatcher.h"
+#include "cli/ScanReport.h"
+#include "models/ByteCountFormatter.h"
+#include "models/ScanState.h"
+#include "services/FileScannerService.h"
 
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFutureWatcher>
+
+#include <cmath>
 #include <cstdio>
+#include <cstring>
+#include <limits>
+#include <unistd.h>
 
 namespace ravelinth::cli {
 
+namespace {
+
+constexpr const char *scanUsage =
+    "Usage: ravelinth scan PATH [--min-size-mb N] [--hidden] [--json | --print0]\n"
+    "\n"
+    "Walks PATH and lists every file of at least N binary megabytes (N x 1024 x 1024 bytes;\n"
+    "default 100, fractions allowed), largest first. System folders are always skipped.\n"
+    "\n"
+    "  --min-size-mb N  size threshold in megabytes\n"
+    "  --hidden         include hidden files and folders\n"
+    "  --json           print the whole result as one JSON object\n"
+    "  --print0         print the exact paths, each followed by a NUL byte\n"
+    "\n"
+    "Ctrl+C stops the walk and prints what was found so far.\n";
+
+enum class OutputFormat { table, json, print0 };
+
+struct ScanOptions {
+    QByteArray path;
+    qint64 minFileSizeBytes = 100LL * 1024 * 1024;
+    bool includeHidden = false;
+    OutputFormat format = OutputFormat::table;
+};
+
+int usageError(const char *message) {
+    std::fprintf(stderr, "ravelinth scan: %s\n\n%s", message, scanUsage);
+    return exitUsage;
+}
+
+std::optional<qint64> thresholdFromMegabytes(const QByteArray &text) {
+    bool ok = false;
+    const double megabytes = text.toDouble(&ok);
+    if (!ok || !std::isfinite(megabytes) || megabytes < 0)
+        return std::nullopt;
+    const double bytes = std::trunc(megabytes * 1024.0 * 1024.0);
+    if (bytes >= 9223372036854775808.0)
+        return std::nullopt;
+    return qint64(bytes);
+}
+
+// Returns an exit code when parsing ends the command (help or a usage error).
+std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &options) {
+    bool formatGiven = false;
+    bool optionsEnded = false;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QByteArray &argument = arguments[i];
+        if (!optionsEnded && argument.startsWith('-') && argument.size() > 1) {
+            if (argument == "--") {
+                optionsEnded = true;
+            } else if (argument == "--help" || argument == "-h") {
+                std::fputs(scanUsage, stdout);
+                return exitSuccess;
+            } else if (argument == "--hidden") {
+                options.includeHidden = true;
+            } else if (argument == "--json" || argument == "--print0") {
+                if (formatGiven)
+                    return usageError("--json and --print0 cannot be combined");
+                formatGiven = true;
+                options.format = argument == "--json" ? OutputFormat::json : OutputFormat::print0;
+            } else if (argument == "--min-size-mb" || argument.startsWith("--min-size-mb=")) {
+                QByteArray value;
+                if (argument.contains('=')) {
+                    value = argument.mid(argument.indexOf('=') + 1);
+                } else if (i + 1 < arguments.size()) {
+                    value = arguments[++i];
+                } else {
+                    return usageError("--min-size-mb needs a number");
+                }
+                const auto threshold = thresholdFromMegabytes(value);
+                if (!threshold)
+                    return usageError("--min-size-mb needs a non-negative number");
+                options.minFileSizeBytes = *threshold;
+            } else {
+                std::fprintf(stderr, "ravelinth scan: unknown option '%s'\n\n%s",
+                             argument.constData(), scanUsage);
+                return exitUsage;
+            }
+            continue;
+        }
+        if (!options.path.isEmpty())
+            return usageError("only one PATH can be scanned at a time");
+        options.path = argument;
+    }
+    if (options.path.isEmpty())
+        return usageError("missing PATH");
+    return std::nullopt;
+}
+
+// A one-line live progress display on a terminal, redrawn at most ten times a second.
+class ProgressLine {
+public:
+    ProgressLine() : m_enabled(::isatty(STDERR_FILENO) == 1) { m_clock.start(); }
+    ~ProgressLine() { clear(); }
+
+    void update(qint64 files, qint64 bytes, const QString &current) {
+        if (!m_enabled || (m_drawn && m_clock.elapsed() < 100))
+            return;
+        m_clock.restart();
+        QString line = u"Scanning: "_qs + formatGroupedInteger(files) + u" files \u2022 "_qs +
+                       formatByteCount(bytes) + u" \u2014 "_qs + current;
+        if (line.size() > 110)
+            line = line.left(60) + u"\u2026"_qs + line.right(49);
+        std::fprintf(stderr, "\r\033[K%s", line.toUtf8().constData());
+        std::fflush(stderr);
+        m_drawn = true;
+    }
+
+    void clear() {
+        if (m_enabled && m_drawn) {
+            std::fputs("\r\033[K", stderr);
+            std::fflush(stderr);
+            m_drawn = false;
+        }
+    }
+
+private:
+    bool m_enabled;
+    bool m_drawn = false;
+    QElapsedTimer m_clock;
+};
+
+} // namespace
+
 int runScanCommand(const QList<QByteArray> &arguments) {
-    Q_UNUSED(arguments);
-    std::fputs("ravelinth: 'scan' is not available yet\n", stderr);
-    return exitFailure;
+    ScanOptions options;
+    if (const auto exitCode = parse(arguments, options))
+        return *exitCode;
+
+    ScanConfiguration configuration;
+    configuration.minFileSizeBytes = options.minFileSizeBytes;
+    configuration.includeHiddenFiles = options.includeHidden;
+    configuration.skipSystemDirectories = true;
+    configuration.followSymlinks = false;
+
+    FileScannerService scanner;
+    ProgressLine progress;
+    InterruptWatcher interrupts;
+    QObject::connect(&interrupts, &InterruptWatcher::interrupted, &scanner,
+                     [&scanner] { scanner.cancel(); });
+
+    QFutureWatcher<ScanOutcome> watcher;
+    QEventLoop loop;
+    QObject::connect(&watcher, &QFutureWatcher<ScanOutcome>::finished, &loop, &QEventLoop::quit);
+    watcher.setFuture(scanner.scan(options.path, configuration,
+                                   [&progress](qint64 files, qint64 bytes, const QString &path) {
+                                       progress.update(files, bytes, path);
+                                   }));
+    if (!watcher.isFinished())
+        loop.exec();
+    progress.clear();
+
+    const ScanOutcome outcome = watcher.result();
+    if (!outcome) {
+        std::fprintf(stderr, "%s\n", outcome.error().description().toUtf8().constData());
+        return exitFailure;
+    }
+    const ScanResult &result = outcome.value();
+    switch (options.format) {
+    case OutputFormat::json:
+        writeJsonReport(stdout, result, scanner.filesScanned(), scanner.bytesScanned());
+        break;
+    case OutputFormat::print0:
+        for (const FileItem &file : result.files) {
+            std::fwrite(file.path.constData(), 1, std::size_t(file.path.size()), stdout);
+            std::fputc('\0', stdout);
+        }
+        break;
+    case OutputFormat::table:
+        writeTableReport(stdout, result);
+        break;
+    }
+    std::fflush(stdout);
+    return exitSuccess;
 }
 
 } // namespace ravelinth::cli

@@ -3,7 +3,9 @@
 namespace ravelinth {
 
 namespace {
-constexpr char asciiLower(char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; }
+constexpr char asciiLower(char c) {
+    return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c;
+}
 } // namespace
 
 bool asciiContainsIgnoringCase(QByteArrayView haystack, QByteArrayView needle) {

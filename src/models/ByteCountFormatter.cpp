@@ -43,12 +43,14 @@ std::string roundDecimalHalfUp(std::string text, int digits) {
 
 std::string shortestText(double value) {
     std::array<char, 64> buffer{};
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::fixed);
     return std::string(buffer.data(), result.ptr);
 }
 
-double integerValue(const std::string &text) { return std::stod(text); }
+double integerValue(const std::string &text) {
+    return std::stod(text);
+}
 
 } // namespace
 
@@ -83,6 +85,8 @@ QString formatOneDecimal(double value) {
     return QString::fromLatin1(buffer.data());
 }
 
-QString formatGroupedInteger(qint64 value) { return QLocale().toString(value); }
+QString formatGroupedInteger(qint64 value) {
+    return QLocale().toString(value);
+}
 
 } // namespace ravelinth

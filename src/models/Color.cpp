@@ -39,7 +39,9 @@ quint64 scanHex(QStringView text) {
     return value;
 }
 
-int component(quint64 value, int shift) { return int((value >> shift) & 0xff); }
+int component(quint64 value, int shift) {
+    return int((value >> shift) & 0xff);
+}
 
 } // namespace
 

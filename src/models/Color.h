@@ -13,7 +13,8 @@ struct Color {
     double alpha = 1;
 
     constexpr Color() = default;
-    constexpr Color(double r, double g, double b, double a = 1) : red(r), green(g), blue(b), alpha(a) {}
+    constexpr Color(double r, double g, double b, double a = 1)
+        : red(r), green(g), blue(b), alpha(a) {}
 
     // "#10b981", "10b981", "abc" and "ff10b981" (alpha first) are understood; any other length
     // gives opaque black, and unreadable digits read as zero.

@@ -28,7 +28,9 @@ QString fileExtensionOf(QByteArrayView name) {
     return QString::fromUtf8(name.sliced(dot + 1)).toLower();
 }
 
-QByteArrayView FileItem::name() const { return lastPathComponent(path); }
+QByteArrayView FileItem::name() const {
+    return lastPathComponent(path);
+}
 
 QByteArrayView FileItem::parentPath() const {
     const QByteArrayView view(path);
@@ -40,7 +42,9 @@ QByteArrayView FileItem::parentPath() const {
     return view.first(slash);
 }
 
-QString FileItem::fileExtension() const { return fileExtensionOf(name()); }
+QString FileItem::fileExtension() const {
+    return fileExtensionOf(name());
+}
 
 bool FileItem::isSafeToDelete() const {
     switch (category) {

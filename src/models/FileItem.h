@@ -32,7 +32,9 @@ struct FileItem {
     // Lower-cased text after the last dot of the name; empty when there is none, when the only
     // dot starts the name (".bashrc") or when the name ends with a dot.
     QString fileExtension() const;
-    QDateTime modifiedDate() const { return QDateTime::fromMSecsSinceEpoch(modifiedMSecs, Qt::UTC); }
+    QDateTime modifiedDate() const {
+        return QDateTime::fromMSecsSinceEpoch(modifiedMSecs, Qt::UTC);
+    }
 
     bool isSafeToDelete() const;
     // A plain substring test on the whole lower-cased path: broad on purpose ("template.pdf",
@@ -42,7 +44,9 @@ struct FileItem {
     bool operator==(const FileItem &other) const { return path == other.path; }
 };
 
-inline size_t qHash(const FileItem &item, size_t seed = 0) { return qHash(item.path, seed); }
+inline size_t qHash(const FileItem &item, size_t seed = 0) {
+    return qHash(item.path, seed);
+}
 
 QByteArrayView lastPathComponent(QByteArrayView path);
 QString fileExtensionOf(QByteArrayView name);

@@ -8,7 +8,7 @@ const QSet<QString> &FileTypeDefinition::installerExtensions() {
 }
 
 const QSet<QString> &FileTypeDefinition::archiveExtensions() {
-    static const QSet<QString> set{u"zip"_qs, u"tar"_qs, u"gz"_qs,  u"rar"_qs,
+    static const QSet<QString> set{u"zip"_qs, u"tar"_qs, u"gz"_qs, u"rar"_qs,
                                    u"7z"_qs,  u"bz2"_qs, u"xz"_qs, u"tgz"_qs};
     return set;
 }
@@ -20,9 +20,9 @@ const QSet<QString> &FileTypeDefinition::videoExtensions() {
 }
 
 const QSet<QString> &FileTypeDefinition::imageExtensions() {
-    static const QSet<QString> set{u"jpg"_qs, u"jpeg"_qs, u"png"_qs, u"gif"_qs,
-                                   u"heic"_qs, u"raw"_qs, u"tiff"_qs, u"bmp"_qs,
-                                   u"svg"_qs, u"webp"_qs, u"ico"_qs};
+    static const QSet<QString> set{u"jpg"_qs,  u"jpeg"_qs, u"png"_qs,  u"gif"_qs,
+                                   u"heic"_qs, u"raw"_qs,  u"tiff"_qs, u"bmp"_qs,
+                                   u"svg"_qs,  u"webp"_qs, u"ico"_qs};
     return set;
 }
 

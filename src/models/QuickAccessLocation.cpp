@@ -18,8 +18,8 @@ const QList<QuickAccessLocation> &QuickAccessLocation::defaultLocations() {
                  Color::systemPurple()),
             make(u"Documents"_qs, platform::documentsDirectory(), u"doc.fill"_qs,
                  Color::systemOrange()),
-            make(u"Applications"_qs, platform::applicationsDirectory(),
-                 u"square.grid.2x2.fill"_qs, Color::systemPink()),
+            make(u"Applications"_qs, platform::applicationsDirectory(), u"square.grid.2x2.fill"_qs,
+                 Color::systemPink()),
             make(u"Library"_qs, platform::libraryDirectory(), u"books.vertical.fill"_qs,
                  Color::systemIndigo()),
         };

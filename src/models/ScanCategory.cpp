@@ -6,9 +6,8 @@
 namespace ravelinth {
 
 const std::array<ScanCategory, ScanCategory::count> &ScanCategory::allCases() {
-    static const std::array<ScanCategory, count> cases{installer, archive, video,
-                                                       image,     document, audio,
-                                                       application, cache, other};
+    static const std::array<ScanCategory, count> cases{
+        installer, archive, video, image, document, audio, application, cache, other};
     return cases;
 }
 

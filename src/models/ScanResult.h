@@ -20,7 +20,7 @@ struct ScanResult {
     QList<FileItem> files; // largest first; equal sizes keep walk order
     CategoryStatsTable categoryStats;
     qint64 totalSize = 0;
-    double duration = 0; // seconds
+    double duration = 0;    // seconds
     QByteArray scannedPath; // exactly as the caller passed it
     QDateTime timestamp;
 };

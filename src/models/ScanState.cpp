@@ -20,9 +20,7 @@ QString lastComponent(const QString &path) {
     return trimmed.sliced(trimmed.lastIndexOf(u'/') + 1).toString();
 }
 
-template <class... Ts> struct Overloaded : Ts... {
-    using Ts::operator()...;
-};
+template <class... Ts> struct Overloaded : Ts... { using Ts::operator()...; };
 
 } // namespace
 

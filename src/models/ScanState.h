@@ -45,7 +45,7 @@ public:
     static ScanState scanning(QString path, qint64 filesScanned, qint64 bytesScanned,
                               QString currentFile) {
         return Value(scanstate::Scanning{std::move(path), filesScanned, bytesScanned,
-                                   std::move(currentFile)});
+                                         std::move(currentFile)});
     }
     static ScanState completed(qint64 filesFound, qint64 totalSize, double duration) {
         return Value(scanstate::Completed{filesFound, totalSize, duration});

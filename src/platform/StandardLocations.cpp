@@ -5,15 +5,30 @@
 
 namespace ravelinth::platform {
 
-QString homeDirectory() { return QDir::homePath(); }
+QString homeDirectory() {
+    return QDir::homePath();
+}
 
 #ifdef Q_OS_MACOS
 
-QString downloadsDirectory() { return homeDirectory() + u"/Downloads"_qs; }
-QString desktopDirectory() { return homeDirectory() + u"/Desktop"_qs; }
-QString documentsDirectory() { return homeDirectory() + u"/Documents"_qs; }
-QString applicationsDirectory() { return u"/Applications"_qs; }
-QString libraryDirectory() { return homeDirectory() + u"/Library"_qs; }
+QString downloadsDirectory() {
+    return homeDirectory() + u"/Downloads"_qs;
+}
+QString desktopDirectory() {
+    return homeDirectory() + u"/Desktop"_qs;
+}
+QString documentsDirectory() {
+    return homeDirectory() + u"/Documents"_qs;
+}
+QString applicationsDirectory() {
+    return u"/Applications"_qs;
+}
+QString libraryDirectory() {
+    return homeDirectory() + u"/Library"_qs;
+}
+QString homeTrashDirectory() {
+    return homeDirectory() + u"/.Trash"_qs;
+}
 
 #else
 
@@ -27,15 +42,26 @@ QString xdgFolder(QStandardPaths::StandardLocation location, const QString &suff
 }
 } // namespace
 
-QString downloadsDirectory() { return xdgFolder(QStandardPaths::DownloadLocation, u"/Downloads"_qs); }
-QString desktopDirectory() { return xdgFolder(QStandardPaths::DesktopLocation, u"/Desktop"_qs); }
-QString documentsDirectory() { return xdgFolder(QStandardPaths::DocumentsLocation, u"/Documents"_qs); }
-QString applicationsDirectory() { return u"/usr"_qs; }
+QString downloadsDirectory() {
+    return xdgFolder(QStandardPaths::DownloadLocation, u"/Downloads"_qs);
+}
+QString desktopDirectory() {
+    return xdgFolder(QStandardPaths::DesktopLocation, u"/Desktop"_qs);
+}
+QString documentsDirectory() {
+    return xdgFolder(QStandardPaths::DocumentsLocation, u"/Documents"_qs);
+}
+QString applicationsDirectory() {
+    return u"/usr"_qs;
+}
 QString libraryDirectory() {
     const QString dataHome = qEnvironmentVariable("XDG_DATA_HOME");
     if (!dataHome.isEmpty() && QDir::isAbsolutePath(dataHome))
         return dataHome;
     return homeDirectory() + u"/.local/share"_qs;
+}
+QString homeTrashDirectory() {
+    return libraryDirectory() + u"/Trash"_qs;
 }
 
 #endif

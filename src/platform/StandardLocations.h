@@ -14,4 +14,7 @@ QString applicationsDirectory();
 // The per-user data folder: ~/Library on macOS, $XDG_DATA_HOME (or ~/.local/share) on Linux.
 QString libraryDirectory();
 
+// The user's own trash folder: ~/.Trash on macOS, $XDG_DATA_HOME/Trash on Linux.
+QString homeTrashDirectory();
+
 } // namespace ravelinth::platform

@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 
 namespace ravelinth {
 
@@ -14,7 +15,9 @@ class FileScannerError {
 public:
     enum Code { pathNotFound, enumeratorFailed, permissionDenied };
 
-    static FileScannerError makePathNotFound(QByteArray path) { return {pathNotFound, std::move(path)}; }
+    static FileScannerError makePathNotFound(QByteArray path) {
+        return {pathNotFound, std::move(path)};
+    }
     static FileScannerError makeEnumeratorFailed() { return {enumeratorFailed, {}}; }
 
     Code code() const { return m_code; }
@@ -55,6 +58,11 @@ public:
     QFuture<ScanOutcome> scan(QByteArray path, ScanConfiguration configuration,
                               ScanProgressHandler progressHandler = {});
     void cancel();
+
+    // The walk's counters: every sized non-directory entry met, kept or not. Read them once the
+    // scan's future has finished (they keep their values until the next scan).
+    qint64 filesScanned() const;
+    qint64 bytesScanned() const;
 
     static const QList<QByteArray> &alwaysSkippedNames();
     static const QList<QByteArray> &systemSkippedNames();

@@ -20,7 +20,9 @@ public:
     static TrashError makeMoveFailed(QByteArray path, QString reason) {
         return {moveFailed, std::move(path), std::move(reason)};
     }
-    static TrashError makeFileNotFound(QByteArray path) { return {fileNotFound, std::move(path), {}}; }
+    static TrashError makeFileNotFound(QByteArray path) {
+        return {fileNotFound, std::move(path), {}};
+    }
 
     Code code() const { return m_code; }
     const QByteArray &path() const { return m_path; }

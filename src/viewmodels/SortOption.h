@@ -11,7 +11,14 @@ namespace ravelinth {
 // The six orders of the file list, in picker order; the raw value is the display name.
 class SortOption {
 public:
-    enum Value { sizeDescending, sizeAscending, nameAscending, nameDescending, dateNewest, dateOldest };
+    enum Value {
+        sizeDescending,
+        sizeAscending,
+        nameAscending,
+        nameDescending,
+        dateNewest,
+        dateOldest
+    };
     static constexpr int count = 6;
 
     constexpr SortOption(Value value = sizeDescending) : m_value(value) {}

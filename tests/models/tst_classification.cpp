@@ -15,9 +15,9 @@ private slots:
         QStringList names;
         for (ScanCategory category : ScanCategory::allCases())
             names << category.rawValue();
-        QCOMPARE(names, (QStringList{u"Installers"_qs, u"Archives"_qs, u"Videos"_qs,
-                                     u"Images"_qs, u"Documents"_qs, u"Audio"_qs,
-                                     u"Applications"_qs, u"Cache"_qs, u"Other"_qs}));
+        QCOMPARE(names, (QStringList{u"Installers"_qs, u"Archives"_qs, u"Videos"_qs, u"Images"_qs,
+                                     u"Documents"_qs, u"Audio"_qs, u"Applications"_qs, u"Cache"_qs,
+                                     u"Other"_qs}));
         for (ScanCategory category : ScanCategory::allCases())
             QCOMPARE(ScanCategory::fromRawValue(category.rawValue()), category);
         QCOMPARE(ScanCategory::fromRawValue(u"videos"), std::nullopt);
@@ -48,8 +48,9 @@ private slots:
     }
 
     void cacheIndicatorsMatchAnywhereInThePath() {
-        for (const char *path : {"/Users/a/Library/Caches/x.bin", "/Users/a/Documents/contemporary.pdf",
-                                 "/home/a/Logs/app.mp4", "/var/TMP/x", "/a/Templates/movie.mov"}) {
+        for (const char *path :
+             {"/Users/a/Library/Caches/x.bin", "/Users/a/Documents/contemporary.pdf",
+              "/home/a/Logs/app.mp4", "/var/TMP/x", "/a/Templates/movie.mov"}) {
             QVERIFY2(ScanCategory::isInCacheDirectory(QString::fromLatin1(path)), path);
             QVERIFY2(ScanCategory::isInCacheDirectory(QByteArrayView(path)), path);
         }
@@ -85,13 +86,20 @@ private slots:
         QTest::addColumn<QByteArray>("name");
         QTest::addColumn<QString>("extension");
         QTest::addColumn<QByteArray>("parent");
-        QTest::newRow("plain") << QByteArray("/a/Movie.MKV") << QByteArray("Movie.MKV") << u"mkv"_qs << QByteArray("/a");
-        QTest::newRow("dotfile") << QByteArray("/a/.bashrc") << QByteArray(".bashrc") << QString() << QByteArray("/a");
-        QTest::newRow("no dot") << QByteArray("/a/README") << QByteArray("README") << QString() << QByteArray("/a");
-        QTest::newRow("trailing dot") << QByteArray("/a/x.") << QByteArray("x.") << QString() << QByteArray("/a");
-        QTest::newRow("two dots") << QByteArray("/a/x.tar.gz") << QByteArray("x.tar.gz") << u"gz"_qs << QByteArray("/a");
-        QTest::newRow("root file") << QByteArray("/x.iso") << QByteArray("x.iso") << u"iso"_qs << QByteArray("/");
-        QTest::newRow("not utf-8") << QByteArray("/a/\xff\xfe.ZIP") << QByteArray("\xff\xfe.ZIP") << u"zip"_qs << QByteArray("/a");
+        QTest::newRow("plain") << QByteArray("/a/Movie.MKV") << QByteArray("Movie.MKV") << u"mkv"_qs
+                               << QByteArray("/a");
+        QTest::newRow("dotfile") << QByteArray("/a/.bashrc") << QByteArray(".bashrc") << QString()
+                                 << QByteArray("/a");
+        QTest::newRow("no dot") << QByteArray("/a/README") << QByteArray("README") << QString()
+                                << QByteArray("/a");
+        QTest::newRow("trailing dot")
+            << QByteArray("/a/x.") << QByteArray("x.") << QString() << QByteArray("/a");
+        QTest::newRow("two dots") << QByteArray("/a/x.tar.gz") << QByteArray("x.tar.gz") << u"gz"_qs
+                                  << QByteArray("/a");
+        QTest::newRow("root file")
+            << QByteArray("/x.iso") << QByteArray("x.iso") << u"iso"_qs << QByteArray("/");
+        QTest::newRow("not utf-8") << QByteArray("/a/\xff\xfe.ZIP") << QByteArray("\xff\xfe.ZIP")
+                                   << u"zip"_qs << QByteArray("/a");
     }
     void namesAndExtensions() {
         QFETCH(QByteArray, path);

@@ -43,8 +43,8 @@ private slots:
         QTest::addColumn<double>("value");
         QTest::addColumn<QString>("expected");
         const QList<QPair<double, const char *>> rows{
-            {0.05, "0.1"}, {0.15, "0.1"},  {0.25, "0.2"},   {0.35, "0.3"},  {0.45, "0.5"},
-            {1.05, "1.1"}, {1.25, "1.2"},  {3.24, "3.2"},   {3.25, "3.2"},  {3.35, "3.4"},
+            {0.05, "0.1"}, {0.15, "0.1"},    {0.25, "0.2"},   {0.35, "0.3"},   {0.45, "0.5"},
+            {1.05, "1.1"}, {1.25, "1.2"},    {3.24, "3.2"},   {3.25, "3.2"},   {3.35, "3.4"},
             {9.95, "9.9"}, {99.95, "100.0"}, {-0.25, "-0.2"}, {-0.04, "-0.0"}, {0.04, "0.0"}};
         for (const auto &[value, expected] : rows)
             QTest::newRow(expected) << value << QString::fromLatin1(expected);

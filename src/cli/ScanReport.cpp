@@ -1,0 +1,78 @@
+#include "cli/ScanReport.h"
+
+#include "cli/JsonWriter.h"
+#include "models/ByteCountFormatter.h"
+#include "models/ScanState.h"
+
+namespace ravelinth::cli {
+
+namespace {
+
+QString isoDate(const QDateTime &date) {
+    return date.toUTC().toString(Qt::ISODateWithMs);
+}
+
+} // namespace
+
+void writeTableReport(FILE *stream, const ScanResult &result) {
+    if (!result.files.isEmpty())
+        std::fprintf(stream, "%10s  %-12s  %-6s  %s\n", "SIZE", "CATEGORY", "STATUS", "PATH");
+    for (const FileItem &file : result.files) {
+        std::fprintf(
+            stream, "%10s  %-12s  %-6s  %s\n", formatByteCount(file.size).toUtf8().constData(),
+            file.category.rawValue().toUtf8().constData(),
+            file.isSafeToDelete() ? "Safe" : "Review", file.displayPath().toUtf8().constData());
+    }
+    if (!result.files.isEmpty())
+        std::fputc('\n', stream);
+    const QString status =
+        ScanState::completed(result.files.size(), result.totalSize, result.duration)
+            .statusMessage();
+    std::fprintf(stream, "%s\n", status.toUtf8().constData());
+}
+
+void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned,
+                     qint64 bytesScanned) {
+    JsonWriter json(stream);
+    json.beginObject();
+    json.field("scannedPath", QString::fromUtf8(result.scannedPath));
+    if (!isValidUtf8(result.scannedPath)) {
+        json.key("rawScannedPath");
+        json.value(QString::fromLatin1(percentEncodeRawPath(result.scannedPath)));
+    }
+    json.field("filesScanned", filesScanned);
+    json.field("bytesScanned", bytesScanned);
+    json.field("totalSize", result.totalSize);
+    json.field("duration", result.duration);
+    json.field("timestamp", isoDate(result.timestamp));
+    json.key("files");
+    json.beginArray();
+    for (const FileItem &file : result.files) {
+        json.beginObject();
+        json.field("path", file.displayPath());
+        if (!isValidUtf8(file.path))
+            json.field("rawPath", QString::fromLatin1(percentEncodeRawPath(file.path)));
+        json.field("name", file.displayName());
+        json.field("size", file.size);
+        json.field("fileExtension", file.fileExtension());
+        json.field("modifiedDate", isoDate(file.modifiedDate()));
+        json.field("category", file.category.rawValue());
+        json.field("isSafeToDelete", file.isSafeToDelete());
+        json.endObject();
+    }
+    json.endArray();
+    json.key("categoryStats");
+    json.beginArray();
+    for (const CategoryStats &stats : result.categoryStats) {
+        json.beginObject();
+        json.field("category", stats.category.rawValue());
+        json.field("fileCount", stats.fileCount);
+        json.field("totalSize", stats.totalSize);
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+    std::fputc('\n', stream);
+}
+
+} // namespace ravelinth::cli

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <functional>
+#include <memory>
+
+namespace ravelinth::platform {
+
+// One entry met by the walk. `path` and `name` point into the walker's buffers and are valid
+// only during the callback.
+struct WalkEntry {
+    QByteArrayView path;
+    QByteArrayView name;
+    bool isDirectory = false;
+    bool hasAttributes = false; // false when the entry vanished or could not be examined
+    qint64 size = 0;            // apparent size (a link's own size; links are never followed)
+    qint64 modifiedMSecs = 0;
+};
+
+enum class WalkDecision { proceed, skipDescendants, stop };
+
+struct WalkOptions {
+    bool skipHiddenEntries = false;
+    // Consulted before an entry is examined; true prunes the entry and everything below it.
+    std::function<bool(QByteArrayView path, QByteArrayView name)> isPruned;
+};
+
+enum class WalkOpenResult { ok, notFound, notAFolder, failed };
+
+// A depth-first, pre-order walk of a folder tree: a folder's contents come right after the
+// folder, in the order the file system lists them. Every call is relative to an open folder
+// descriptor, so paths longer than PATH_MAX work; there is no recursion, and the number of open
+// descriptors stays bounded however deep the tree goes. Pseudo file systems (proc, sysfs, ...)
+// are never entered; unreadable folders and entries that vanish are passed over.
+class DirectoryWalker {
+public:
+    explicit DirectoryWalker(QByteArray rootPath, WalkOptions options = {});
+    ~DirectoryWalker();
+    DirectoryWalker(const DirectoryWalker &) = delete;
+    DirectoryWalker &operator=(const DirectoryWalker &) = delete;
+
+    // Resolves the root (a link to a folder walks that folder).
+    WalkOpenResult open();
+    // Calls `visit` for every entry below the root until the walk ends or `visit` says stop.
+    void walk(const std::function<WalkDecision(const WalkEntry &)> &visit);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+// True when something exists at `path` (links followed, as an existence test does).
+bool pathExists(const QByteArray &path);
+
+} // namespace ravelinth::platform

@@ -15,6 +15,10 @@ public:
     explicit operator bool() const { return hasValue(); }
     const T &value() const { return std::get<0>(m_data); }
     T &value() { return std::get<0>(m_data); }
+    const T &operator*() const { return value(); }
+    T &operator*() { return value(); }
+    const T *operator->() const { return &value(); }
+    T *operator->() { return &value(); }
     const E &error() const { return std::get<1>(m_data); }
 
 private:

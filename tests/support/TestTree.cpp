@@ -1,9 +1,16 @@
 #include "TestTree.h"
 
+#include "models/ScanCategory.h"
+
+#include <QDir>
+#include <QProcess>
 #include <QtTest>
 
+#include <cstring>
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace ravelinth::test {
@@ -17,9 +24,32 @@ void makeParents(const QByteArray &path) {
 
 } // namespace
 
-TestTree::TestTree() {
+namespace {
+
+// Trees must not live under a folder whose path reads as a cache ("/tmp", "cache", ...), or every
+// file in them would be classed as cache.
+QString treeBase() {
+    QStringList candidates{qEnvironmentVariable("RAVELINTH_TEST_ROOT"), u"/dev/shm"_qs,
+                           QDir::homePath()};
+    for (const QString &candidate : std::as_const(candidates)) {
+        if (candidate.isEmpty() || ScanCategory::isInCacheDirectory(candidate))
+            continue;
+        if (QDir().mkpath(candidate) && QFileInfo(candidate).isWritable())
+            return candidate;
+    }
+    qFatal("no folder for test trees outside a cache-like path; set RAVELINTH_TEST_ROOT");
+}
+
+} // namespace
+
+TestTree::TestTree() : m_dir(treeBase() + u"/ravelinth-tree-XXXXXX"_qs) {
     QVERIFY2(m_dir.isValid(), "cannot make a temporary directory");
     m_root = QFile::encodeName(m_dir.path());
+}
+
+TestTree::~TestTree() {
+    // GNU rm walks relative to descriptors, so chains deeper than PATH_MAX go too.
+    QProcess::execute(u"rm"_qs, {u"-rf"_qs, QFile::decodeName(m_root)});
 }
 
 QByteArray TestTree::path(QByteArrayView relative) const {
@@ -62,6 +92,49 @@ QByteArray TestTree::fifo(QByteArrayView relative) {
     if (::mkfifo(full.constData(), 0644) != 0)
         qFatal("cannot make fifo %s", full.constData());
     return full;
+}
+
+QByteArray TestTree::socket(QByteArrayView relative) {
+    const QByteArray full = path(relative);
+    makeParents(full);
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    // Bound through a short relative name: socket addresses are limited to about 100 bytes.
+    const int slash = full.lastIndexOf('/');
+    const QByteArray name = full.mid(slash + 1);
+    if (fd < 0 || size_t(name.size()) >= sizeof(address.sun_path))
+        qFatal("cannot make socket %s", full.constData());
+    std::memcpy(address.sun_path, name.constData(), size_t(name.size()));
+    const QByteArray previous = QDir::currentPath().toLocal8Bit();
+    if (::chdir(full.left(slash).constData()) != 0 ||
+        ::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof(address)) != 0)
+        qFatal("cannot bind socket %s", full.constData());
+    ::close(fd);
+    if (::chdir(previous.constData()) != 0)
+        qFatal("cannot return to %s", previous.constData());
+    return full;
+}
+
+void TestTree::deepChain(QByteArrayView relative, int depth, QByteArrayView link,
+                         QByteArrayView leafName, qint64 leafSize) {
+    const QByteArray start = folder(relative);
+    int fd = ::open(start.constData(), O_RDONLY | O_DIRECTORY);
+    const QByteArray linkName = link.toByteArray();
+    for (int level = 0; level < depth && fd >= 0; ++level) {
+        ::mkdirat(fd, linkName.constData(), 0755);
+        const int child = ::openat(fd, linkName.constData(), O_RDONLY | O_DIRECTORY);
+        ::close(fd);
+        fd = child;
+    }
+    if (fd < 0)
+        qFatal("cannot make a chain %d deep", depth);
+    const int leaf =
+        ::openat(fd, leafName.toByteArray().constData(), O_CREAT | O_WRONLY | O_TRUNC, 0644);
+    if (leaf < 0 || ::ftruncate(leaf, leafSize) != 0)
+        qFatal("cannot make the leaf of the chain");
+    ::close(leaf);
+    ::close(fd);
 }
 
 ScopedTestEnvironment::ScopedTestEnvironment() {

@@ -12,6 +12,9 @@ namespace ravelinth::test {
 class TestTree {
 public:
     TestTree();
+    ~TestTree();
+    TestTree(const TestTree &) = delete;
+    TestTree &operator=(const TestTree &) = delete;
 
     // Absolute path of the root, as bytes, without a trailing slash.
     QByteArray root() const { return m_root; }
@@ -23,6 +26,11 @@ public:
     QByteArray folder(QByteArrayView relative);
     QByteArray symlink(QByteArrayView target, QByteArrayView relative);
     QByteArray fifo(QByteArrayView relative);
+    QByteArray socket(QByteArrayView relative);
+    // A chain of `depth` folders named `link` below `relative`, made with descriptor-relative
+    // calls so it may pass PATH_MAX; a file of `leafSize` bytes named `leafName` at its bottom.
+    void deepChain(QByteArrayView relative, int depth, QByteArrayView link, QByteArrayView leafName,
+                   qint64 leafSize);
 
 private:
     QTemporaryDir m_dir;

@@ -1,0 +1,152 @@
+#include "TestTree.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QtTest>
+
+using ravelinth::test::TestTree;
+
+namespace {
+
+constexpr qint64 MiB = 1024 * 1024;
+
+struct Output {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+Output runRavelinth(const QList<QByteArray> &arguments) {
+    QStringList list;
+    for (const QByteArray &argument : arguments)
+        list.append(QFile::decodeName(argument));
+    QProcess process;
+    process.start(QStringLiteral(RAVELINTH_EXECUTABLE), list);
+    if (!process.waitForFinished(120000))
+        qFatal("ravelinth did not finish");
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+QJsonObject scanJson(const QList<QByteArray> &arguments) {
+    const Output output =
+        runRavelinth(QList<QByteArray>{"scan"} + arguments + QList<QByteArray>{"--json"});
+    if (output.exitCode != 0)
+        qFatal("scan failed: %s", output.err.constData());
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(output.out, &error);
+    if (error.error != QJsonParseError::NoError)
+        qFatal("not JSON: %s", qPrintable(error.errorString()));
+    return document.object();
+}
+
+} // namespace
+
+class ScanCommandTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void jsonCarriesTheWholeResult() {
+        TestTree tree;
+        const qint64 may2021 = 1620000000; // 2021-05-03T00:00:00Z
+        tree.file("Downloads/setup.dmg", 300 * MiB, may2021);
+        tree.file("Movies/trip.MP4", 150 * MiB, may2021);
+        tree.file("notes.txt", 12);
+        tree.file(".hidden.zip", 500 * MiB);
+
+        const QJsonObject root = scanJson({tree.root()});
+        QCOMPARE(root.value(u"scannedPath").toString(), QFile::decodeName(tree.root()));
+        QCOMPARE(root.value(u"filesScanned").toInteger(), 3);
+        QCOMPARE(root.value(u"bytesScanned").toInteger(), 450 * MiB + 12);
+        QCOMPARE(root.value(u"totalSize").toInteger(), 450 * MiB);
+        QVERIFY(root.value(u"duration").isDouble());
+        const QDateTime timestamp =
+            QDateTime::fromString(root.value(u"timestamp").toString(), Qt::ISODateWithMs);
+        QVERIFY(root.value(u"timestamp").toString().endsWith(u'Z'));
+        QVERIFY(qAbs(timestamp.secsTo(QDateTime::currentDateTimeUtc())) < 3600);
+
+        const QJsonArray files = root.value(u"files").toArray();
+        QCOMPARE(files.size(), 2);
+        const QJsonObject dmg = files[0].toObject();
+        QCOMPARE(dmg.value(u"path").toString(),
+                 QFile::decodeName(tree.path("Downloads/setup.dmg")));
+        QCOMPARE(dmg.value(u"name").toString(), u"setup.dmg"_qs);
+        QCOMPARE(dmg.value(u"size").toInteger(), 300 * MiB);
+        QCOMPARE(dmg.value(u"fileExtension").toString(), u"dmg"_qs);
+        QCOMPARE(dmg.value(u"modifiedDate").toString(), u"2021-05-03T00:00:00.000Z"_qs);
+        QCOMPARE(dmg.value(u"category").toString(), u"Installers"_qs);
+        QCOMPARE(dmg.value(u"isSafeToDelete").toBool(), true);
+        QVERIFY(!dmg.contains(u"rawPath"));
+        const QJsonObject video = files[1].toObject();
+        QCOMPARE(video.value(u"fileExtension").toString(), u"mp4"_qs);
+        QCOMPARE(video.value(u"category").toString(), u"Videos"_qs);
+        QCOMPARE(video.value(u"isSafeToDelete").toBool(), false);
+
+        const QJsonArray stats = root.value(u"categoryStats").toArray();
+        const QStringList order{u"Installers"_qs,   u"Archives"_qs,  u"Videos"_qs,
+                                u"Images"_qs,       u"Documents"_qs, u"Audio"_qs,
+                                u"Applications"_qs, u"Cache"_qs,     u"Other"_qs};
+        QCOMPARE(stats.size(), order.size());
+        for (qsizetype i = 0; i < stats.size(); ++i) {
+            const QJsonObject entry = stats[i].toObject();
+            QCOMPARE(entry.value(u"category").toString(), order[i]);
+            const qint64 expectedCount = i == 0 || i == 2 ? 1 : 0;
+            QCOMPARE(entry.value(u"fileCount").toInteger(), expectedCount);
+        }
+        QCOMPARE(stats[2].toObject().value(u"totalSize").toInteger(), 150 * MiB);
+
+        // --hidden and a fractional threshold.
+        const QJsonObject hidden = scanJson({tree.root(), "--hidden", "--min-size-mb", "0.5"});
+        QCOMPARE(hidden.value(u"files").toArray().size(), 3);
+        QCOMPARE(hidden.value(u"filesScanned").toInteger(), 4);
+    }
+
+    void pathsThatAreNotUtf8AreEncodedTwice() {
+        TestTree tree;
+        const QByteArray raw = tree.file("caf\xe9 100%.iso", 200 * MiB);
+        const QJsonObject file = scanJson({tree.root()}).value(u"files").toArray()[0].toObject();
+        QCOMPARE(file.value(u"name").toString(), QString(u"caf\uFFFD 100%.iso"_qs));
+        QVERIFY(file.value(u"path").toString().endsWith(u"/caf\uFFFD 100%.iso"_qs));
+        const QString encoded = file.value(u"rawPath").toString();
+        QVERIFY(encoded.endsWith(u"/caf%E9 100%25.iso"_qs));
+        QCOMPARE(QByteArray::fromPercentEncoding(encoded.toLatin1()), raw);
+    }
+
+    void print0AndTableListLargestFirst() {
+        TestTree tree;
+        const QByteArray a = tree.file("a\nnewline.zip", 200 * MiB);
+        const QByteArray b = tree.file("b.log", 400 * MiB);
+        const Output print0 = runRavelinth({"scan", tree.root(), "--print0"});
+        QCOMPARE(print0.exitCode, 0);
+        QCOMPARE(print0.out, b + '\0' + a + '\0');
+
+        const Output table = runRavelinth({"scan", tree.root()});
+        QCOMPARE(table.exitCode, 0);
+        const QList<QByteArray> lines = table.out.split('\n');
+        QVERIFY(lines[1].contains("400 MB") || lines[1].contains("419.4 MB"));
+        QVERIFY(lines[1].contains("Other") || lines[1].contains("Cache"));
+        QVERIFY(table.out.contains("Review"));
+        QVERIFY(table.out.contains("Found 2 files"));
+    }
+
+    void failuresAndUsageErrorsHaveTheirExitCodes() {
+        TestTree tree;
+        const Output missing = runRavelinth({"scan", tree.path("gone")});
+        QCOMPARE(missing.exitCode, 1);
+        QCOMPARE(missing.err.trimmed(), "Path not found: " + tree.path("gone"));
+        QVERIFY(missing.out.isEmpty());
+
+        QCOMPARE(runRavelinth({"scan"}).exitCode, 2);
+        QCOMPARE(runRavelinth({"scan", tree.root(), "--min-size-mb", "-3"}).exitCode, 2);
+        QCOMPARE(runRavelinth({"scan", tree.root(), "--json", "--print0"}).exitCode, 2);
+        QCOMPARE(runRavelinth({"frobnicate"}).exitCode, 2);
+        const Output help = runRavelinth({"scan", "--help"});
+        QCOMPARE(help.exitCode, 0);
+        QVERIFY(help.out.contains("--min-size-mb"));
+        QCOMPARE(runRavelinth({"--version"}).out, QByteArray("ravelinth 1.0\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(ScanCommandTest)
+#include "tst_scancommand.moc"

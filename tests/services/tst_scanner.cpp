@@ -1,0 +1,298 @@
+#include "TestTree.h"
+#include "services/FileScannerService.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <ftw.h>
+
+using namespace ravelinth;
+using ravelinth::test::TestTree;
+
+namespace {
+
+constexpr qint64 MiB = 1024 * 1024;
+
+struct Progress {
+    qint64 files;
+    qint64 bytes;
+    QString path;
+};
+
+struct Run {
+    ScanResult result;
+    QList<Progress> progress;
+    qint64 filesScanned = 0;
+    qint64 bytesScanned = 0;
+};
+
+ScanOutcome waitFor(QFuture<ScanOutcome> future) {
+    QDeadlineTimer deadline(60000);
+    while (!future.isFinished() && !deadline.hasExpired())
+        QTest::qWait(5);
+    // Queued progress reports are delivered before the test looks at them.
+    QCoreApplication::processEvents();
+    return future.result();
+}
+
+Run scan(const QByteArray &path, ScanConfiguration configuration) {
+    FileScannerService service;
+    Run run;
+    ScanOutcome outcome = waitFor(
+        service.scan(path, configuration, [&](qint64 files, qint64 bytes, const QString &p) {
+            run.progress.append({files, bytes, p});
+        }));
+    if (!outcome)
+        qFatal("scan failed: %s", qPrintable(outcome.error().description()));
+    run.result = std::move(*outcome);
+    run.filesScanned = service.filesScanned();
+    run.bytesScanned = service.bytesScanned();
+    return run;
+}
+
+QList<QByteArray> pathsOf(const ScanResult &result) {
+    QList<QByteArray> paths;
+    for (const FileItem &file : result.files)
+        paths.append(file.path);
+    return paths;
+}
+
+QList<QByteArray> sorted(QList<QByteArray> list) {
+    std::sort(list.begin(), list.end());
+    return list;
+}
+
+// The order an independent pre-order walk (nftw, physical) meets regular files in.
+QList<QByteArray> *nftwFiles = nullptr;
+int collectRegularFile(const char *path, const struct stat *info, int type, FTW *) {
+    if (type == FTW_F && S_ISREG(info->st_mode))
+        nftwFiles->append(QByteArray(path));
+    return 0;
+}
+
+} // namespace
+
+class ScannerTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void keepsFilesAtTheThresholdAndTotalsThem() {
+        TestTree tree;
+        tree.file("below.mov", 10 * MiB - 1);
+        const QByteArray exact = tree.file("exact.mov", 10 * MiB);
+        const QByteArray big = tree.file("sub/deeper/big.iso", 5LL * 1024 * MiB);
+        const QByteArray cached = tree.file("tmp/clip.mp4", 20 * MiB);
+
+        const Run run = scan(tree.root(), {10 * MiB, false, false, false});
+        QCOMPARE(pathsOf(run.result), (QList<QByteArray>{big, cached, exact}));
+        QCOMPARE(run.result.totalSize, 5LL * 1024 * MiB + 30 * MiB);
+        QCOMPARE(run.filesScanned, 4);
+        QCOMPARE(run.bytesScanned, 5LL * 1024 * MiB + 40 * MiB - 1);
+        QCOMPARE(run.result.scannedPath, tree.root());
+        QVERIFY(run.result.timestamp.isValid());
+        QVERIFY(run.result.duration >= 0);
+
+        const CategoryStatsTable &stats = run.result.categoryStats;
+        QCOMPARE(stats[ScanCategory(ScanCategory::installer).index()].fileCount, 1);
+        QCOMPARE(stats[ScanCategory(ScanCategory::cache).index()].totalSize, 20 * MiB);
+        QCOMPARE(stats[ScanCategory(ScanCategory::video).index()].fileCount, 1);
+        qint64 counted = 0;
+        for (const CategoryStats &entry : stats)
+            counted += entry.fileCount;
+        QCOMPARE(counted, 3);
+    }
+
+    void smallFilesOnlyGiveAnEmptyResultButStillReportProgress() {
+        TestTree tree;
+        for (int i = 0; i < 250; ++i)
+            tree.file("many/f" + QByteArray::number(i) + ".txt", 3);
+        const Run run = scan(tree.root(), {MiB, false, false, false});
+        QVERIFY(run.result.files.isEmpty());
+        QCOMPARE(run.result.totalSize, 0);
+        for (const CategoryStats &entry : run.result.categoryStats)
+            QCOMPARE(entry.fileCount, 0);
+        QCOMPARE(run.progress.size(), 2);
+        QCOMPARE(run.progress[0].files, 100);
+        QCOMPARE(run.progress[0].bytes, 300);
+        QCOMPARE(run.progress[1].files, 200);
+        QVERIFY(run.progress[1].path.startsWith(QFile::decodeName(tree.path("many/f"))));
+        QCOMPARE(run.filesScanned, 250);
+    }
+
+    void hiddenEntriesNeedTheOption() {
+        TestTree tree;
+        const QByteArray visible = tree.file("a.zip", 2 * MiB);
+        const QByteArray store = tree.file(".DS_Store", 2 * MiB);
+        const QByteArray inside = tree.file(".hidden/inside.zip", 3 * MiB);
+        const Run without = scan(tree.root(), {MiB, false, false, false});
+        QCOMPARE(pathsOf(without.result), QList<QByteArray>{visible});
+        QCOMPARE(without.filesScanned, 1);
+        const Run with = scan(tree.root(), {MiB, true, false, false});
+        QCOMPARE(pathsOf(with.result), (QList<QByteArray>{inside, store, visible}));
+
+        // A hidden root is still walked.
+        const Run hiddenRoot = scan(tree.path(".hidden"), {MiB, false, false, false});
+        QCOMPARE(pathsOf(hiddenRoot.result), QList<QByteArray>{inside});
+    }
+
+    void systemFoldersArePrunedByName() {
+        TestTree tree;
+        test::ScopedTestEnvironment environment;
+        const QByteArray trash = tree.file(".Trash/old.zip", 2 * MiB);
+        const QByteArray events = tree.file(".fseventsd/log.zip", 2 * MiB);
+        const QByteArray developer = tree.file("Library/Developer/sim.zip", 2 * MiB);
+        const QByteArray mountTrash = tree.file(".Trash-1000/files/x.zip", 2 * MiB);
+        const QByteArray spotlightFile = tree.file("x/.Spotlight-V100", 2 * MiB);
+
+        const Run open = scan(tree.root(), {MiB, true, false, false});
+        QCOMPARE(sorted(pathsOf(open.result)), sorted({trash, developer, mountTrash}));
+        QCOMPARE(open.filesScanned, 3);
+
+        const Run pruned = scan(tree.root(), {MiB, true, true, false});
+        QCOMPARE(pathsOf(pruned.result), QList<QByteArray>{developer});
+        Q_UNUSED(events);
+        Q_UNUSED(spotlightFile);
+
+        // The home Trash is pruned wherever the walk meets it.
+        const QByteArray homeTrashFile = environment.dataHome() + "/Trash/files/movie.mkv";
+        QDir().mkpath(QFile::decodeName(environment.dataHome() + "/Trash/files"));
+        QFile file(QFile::decodeName(homeTrashFile));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.resize(2 * MiB));
+        file.close();
+        QVERIFY(scan(environment.home(), {MiB, true, true, false}).result.files.isEmpty());
+        QCOMPARE(scan(environment.home(), {MiB, true, false, false}).result.files.size(), 1);
+    }
+
+    void linksAreNeverFollowedAndSpecialFilesNeverOpened() {
+        TestTree tree;
+        TestTree outside;
+        const QByteArray target = outside.file("huge.iso", 4 * 1024 * MiB);
+        tree.symlink(target, "link-to-huge.iso");
+        tree.symlink(outside.root(), "link-to-folder");
+        tree.symlink("missing", "dangling");
+        tree.symlink(".", "loop");
+        tree.fifo("pipe");
+        tree.socket("sock");
+        const QByteArray real = tree.file("real.iso", 2 * MiB);
+
+        const Run run = scan(tree.root(), {0, false, false, false});
+        QCOMPARE(run.result.files.size(), 7);
+        QCOMPARE(run.result.files.first().path, real);
+        for (const FileItem &file : run.result.files.mid(1))
+            QVERIFY2(file.size < MiB, file.path.constData());
+
+        // A link given as the root is resolved, as an existence test would.
+        const Run throughLink = scan(tree.path("link-to-folder"), {MiB, false, false, false});
+        QCOMPARE(throughLink.result.files.size(), 1);
+    }
+
+    void namesThatAreNotUtf8StayByteExact() {
+        TestTree tree;
+        const QByteArray latin1 = tree.file("caf\xe9/r\xe9sum\xe9.MOV", 2 * MiB);
+        const QByteArray newline = tree.file("line\nbreak \"quoted\".zip", 3 * MiB);
+        const Run run = scan(tree.root(), {MiB, false, false, false});
+        QCOMPARE(pathsOf(run.result), (QList<QByteArray>{newline, latin1}));
+        QCOMPARE(run.result.files[1].fileExtension(), u"mov"_qs);
+        QCOMPARE(run.result.files[1].category, ScanCategory(ScanCategory::video));
+    }
+
+    void walksChainsDeeperThanPathMax() {
+        TestTree tree;
+        // 10,000 levels of "deep" make a path of about 50,000 bytes.
+        tree.deepChain("chain", 10000, "deep", "bottom.iso", 7 * MiB);
+        tree.file("top.iso", 6 * MiB);
+        const Run run = scan(tree.root(), {MiB, false, false, false});
+        QCOMPARE(run.result.files.size(), 2);
+        const FileItem &bottom = run.result.files.first();
+        QCOMPARE(bottom.size, 7 * MiB);
+        QVERIFY(bottom.path.size() > PATH_MAX);
+        QVERIFY(bottom.path.endsWith("/deep/deep/bottom.iso"));
+        QCOMPARE(bottom.path.count("/deep"), 10000);
+    }
+
+    void equalSizesKeepTheOrderOfTheWalk() {
+        TestTree tree;
+        for (int folder = 0; folder < 6; ++folder) {
+            for (int file = 0; file < 8; ++file) {
+                const QByteArray name = QByteArray::number(folder) + "/n" +
+                                        QByteArray::number(file * 7919 % 97) + ".bin";
+                tree.file("f" + name, file % 3 == 0 ? 5 * MiB : 4 * MiB);
+            }
+            tree.file("top" + QByteArray::number(folder) + ".bin", 4 * MiB);
+        }
+        QList<QByteArray> walkOrder;
+        nftwFiles = &walkOrder;
+        QCOMPARE(::nftw(tree.root().constData(), collectRegularFile, 16, FTW_PHYS), 0);
+        nftwFiles = nullptr;
+
+        QList<QByteArray> expected;
+        for (qint64 size : {5 * MiB, 4 * MiB}) {
+            for (const QByteArray &path : std::as_const(walkOrder)) {
+                if (QFileInfo(QFile::decodeName(path)).size() == size)
+                    expected.append(path);
+            }
+        }
+        QCOMPARE(pathsOf(scan(tree.root(), {MiB, false, false, false}).result), expected);
+    }
+
+    void missingPathFailsAndAFileGivesAnEmptyResult() {
+        TestTree tree;
+        FileScannerService service;
+        const ScanOutcome missing = waitFor(service.scan(tree.path("nope"), {}));
+        QVERIFY(!missing);
+        QCOMPARE(missing.error().code(), FileScannerError::pathNotFound);
+        QCOMPARE(missing.error().description(),
+                 u"Path not found: "_qs + QFile::decodeName(tree.path("nope")));
+
+        const QByteArray file = tree.file("single.iso", 2 * MiB);
+        const ScanOutcome single = waitFor(service.scan(file, {}));
+        QVERIFY(single);
+        QVERIFY(single->files.isEmpty());
+    }
+
+    void stopIsNoticedAtTheNextHundredAndKeepsWhatWasFound() {
+        TestTree tree;
+        constexpr int total = 30000;
+        for (int i = 0; i < total; ++i)
+            tree.file("d" + QByteArray::number(i % 30) + "/f" + QByteArray::number(i), 1);
+
+        FileScannerService service;
+        QList<qint64> reports;
+        QFuture<ScanOutcome> future = service.scan(tree.root(), {0, false, false, false},
+                                                   [&](qint64 files, qint64, const QString &) {
+                                                       if (reports.isEmpty())
+                                                           service.cancel();
+                                                       reports.append(files);
+                                                   });
+        const ScanOutcome outcome = waitFor(future);
+        QVERIFY(outcome);
+        const qint64 kept = outcome->files.size();
+        QVERIFY2(kept < total, "the walk ended before the stop reached it");
+        QCOMPARE(kept % 100, 0);
+        QVERIFY(kept >= 100);
+        QCOMPARE(service.filesScanned(), kept);
+        QCOMPARE(outcome->totalSize, kept);
+        QCOMPARE(reports.last(), kept);
+
+        // The flag starts clear on every scan: a stop sent before the scan is lost.
+        service.cancel();
+        const ScanOutcome full = waitFor(service.scan(tree.root(), {0, false, false, false}));
+        QCOMPARE(full->files.size(), total);
+    }
+
+    void destroyingTheServiceEndsTheWalk() {
+        TestTree tree;
+        for (int i = 0; i < 3000; ++i)
+            tree.file("f" + QByteArray::number(i), 1);
+        QFuture<ScanOutcome> future;
+        {
+            FileScannerService service;
+            future = service.scan(tree.root(), {});
+        }
+        QVERIFY(future.isFinished());
+    }
+};
+
+QTEST_GUILESS_MAIN(ScannerTest)
+#include "tst_scanner.moc"

@@ -39,6 +39,8 @@ public slots:
 
 signals:
     void folderSelectionRequested(const QString &title, const QString &initialPath);
+    // After each reveal: whether a file manager took the call (else the folder was opened).
+    void revealCompleted(bool fileManagerAnswered);
 
 private:
     explicit FinderService(QObject *parent = nullptr);

@@ -1,0 +1,90 @@
+#include "viewmodels/DisplayedFilesModel.h"
+
+#include "models/ByteCountFormatter.h"
+
+namespace ravelinth {
+
+DisplayedFilesModel::DisplayedFilesModel(const QSet<QUuid> &selection, QObject *parent)
+    : QAbstractListModel(parent), m_selection(selection) {}
+
+void DisplayedFilesModel::publish(QList<FileItem> files, QList<int> rows) {
+    beginResetModel();
+    m_files = std::move(files);
+    m_rows = std::move(rows);
+    endResetModel();
+}
+
+void DisplayedFilesModel::selectionChanged() {
+    if (!m_rows.isEmpty())
+        emit dataChanged(index(0), index(int(m_rows.size()) - 1), {SelectedRole});
+}
+
+int DisplayedFilesModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+const FileItem *DisplayedFilesModel::fileAt(int row) const {
+    if (row < 0 || row >= m_rows.size())
+        return nullptr;
+    return &m_files[m_rows[row]];
+}
+
+QVariant DisplayedFilesModel::data(const QModelIndex &index, int role) const {
+    const FileItem *file = fileAt(index.row());
+    if (!file)
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+    case NameRole:
+        return file->displayName();
+    case FileIdRole:
+        return file->id.toString(QUuid::WithoutBraces);
+    case PathRole:
+        return file->displayPath();
+    case FolderRole:
+        return file->displayParentPath();
+    case SizeRole:
+        return double(file->size);
+    case SizeTextRole:
+        return formatByteCount(file->size);
+    case ExtensionRole:
+        return file->fileExtension();
+    case CategoryRole:
+        return file->category.rawValue();
+    case CategoryIconRole:
+        return file->category.icon();
+    case CategoryColorRole:
+        return file->category.color().name();
+    case ModifiedMSecsRole:
+        return double(file->modifiedMSecs);
+    case IsSafeToDeleteRole:
+        return file->isSafeToDelete();
+    case IsDefinitelySafeRole:
+        return file->isDefinitelySafe();
+    case SelectedRole:
+        return m_selection.contains(file->id);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> DisplayedFilesModel::roleNames() const {
+    return {
+        {FileIdRole, "fileId"},
+        {NameRole, "name"},
+        {PathRole, "path"},
+        {FolderRole, "folder"},
+        {SizeRole, "size"},
+        {SizeTextRole, "sizeText"},
+        {ExtensionRole, "fileExtension"},
+        {CategoryRole, "category"},
+        {CategoryIconRole, "categoryIcon"},
+        {CategoryColorRole, "categoryColor"},
+        {ModifiedMSecsRole, "modifiedMSecs"},
+        {IsSafeToDeleteRole, "isSafeToDelete"},
+        {IsDefinitelySafeRole, "isDefinitelySafe"},
+        {SelectedRole, "selected"},
+    };
+}
+
+} // namespace ravelinth

@@ -1,0 +1,676 @@
+#include "viewmodels/RavelinthViewModel.h"
+
+#include "models/ByteCountFormatter.h"
+#include "models/CheckedMath.h"
+#include "services/DiskInfoService.h"
+#include "services/FileScannerService.h"
+#include "services/FinderService.h"
+#include "services/TrashService.h"
+#include "viewmodels/FileListQuery.h"
+#include "viewmodels/ScanThreshold.h"
+
+#include <QDir>
+#include <QPointer>
+#include <QPromise>
+#include <QThreadPool>
+#include <QtConcurrent>
+
+#include <algorithm>
+#include <atomic>
+
+namespace ravelinth {
+
+namespace {
+
+// The handle of one scan task: cancelling it marks it, and a scan that fails after that ends
+// as cancelled instead of as an error.
+struct ScanTask {
+    bool isCancelled = false;
+};
+
+struct QueryAnswer {
+    QList<int> rows;
+    QList<int> nameRanks;
+    bool skipped = false;
+};
+
+QList<CategoryStats> largestFirst(QList<CategoryStats> stats) {
+    std::stable_sort(
+        stats.begin(), stats.end(),
+        [](const CategoryStats &a, const CategoryStats &b) { return a.totalSize > b.totalSize; });
+    return stats;
+}
+
+bool countsAsSavings(const FileItem &file) {
+    return file.category == ScanCategory::installer || file.category == ScanCategory::archive ||
+           file.category == ScanCategory::cache || file.isDefinitelySafe();
+}
+
+} // namespace
+
+struct RavelinthViewModel::Private {
+    std::optional<DiskInfo> diskInfo;
+    ScanState scanState;
+    QList<FileItem> files;
+    QSet<QUuid> selectedFiles;
+    QList<CategoryStats> categoryStats;
+    QString scanPath = QDir::homePath();
+    double minFileSizeMB = 100.0;
+    SortOption sortOption = SortOption::sizeDescending;
+    std::optional<ScanCategory> categoryFilter;
+    QString searchText;
+    bool showSettings = false;
+    std::optional<QString> errorMessage;
+    bool includeHiddenFiles = false;
+
+    DiskInfoService diskInfoService;
+    TrashService trashService;
+    std::shared_ptr<FileScannerService> scannerService;
+    std::shared_ptr<ScanTask> scanTask;
+
+    DisplayedFilesModel *displayedModel = nullptr;
+    // Queries run one at a time off the main thread; only the newest one is published.
+    QThreadPool queryPool;
+    std::shared_ptr<std::atomic<quint64>> latestQuery = std::make_shared<std::atomic<quint64>>(0);
+    quint64 publishedQuery = 0;
+    quint64 filesGeneration = 0;
+    quint64 nameRanksGeneration = ~quint64(0);
+    QList<int> nameRanks;
+
+    FileListQuery query() const { return {categoryFilter, searchText, sortOption}; }
+};
+
+RavelinthViewModel::RavelinthViewModel(QObject *parent)
+    : QObject(parent), d(std::make_unique<Private>()) {
+    d->displayedModel = new DisplayedFilesModel(d->selectedFiles, this);
+    d->queryPool.setMaxThreadCount(1);
+    QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
+}
+
+RavelinthViewModel::~RavelinthViewModel() {
+    if (d->scannerService)
+        d->scannerService->cancel();
+    d->queryPool.waitForDone();
+}
+
+// --- state ---
+
+const std::optional<DiskInfo> &RavelinthViewModel::diskInfo() const {
+    return d->diskInfo;
+}
+const ScanState &RavelinthViewModel::scanState() const {
+    return d->scanState;
+}
+const QList<FileItem> &RavelinthViewModel::files() const {
+    return d->files;
+}
+const QSet<QUuid> &RavelinthViewModel::selectedFiles() const {
+    return d->selectedFiles;
+}
+void RavelinthViewModel::setSelectedFiles(QSet<QUuid> selection) {
+    d->selectedFiles = std::move(selection);
+    d->displayedModel->selectionChanged();
+    emit selectedFilesChanged();
+}
+const QList<CategoryStats> &RavelinthViewModel::categoryStats() const {
+    return d->categoryStats;
+}
+SortOption RavelinthViewModel::sortOption() const {
+    return d->sortOption;
+}
+void RavelinthViewModel::setSortOption(SortOption option) {
+    if (d->sortOption == option)
+        return;
+    d->sortOption = option;
+    emit sortOptionChanged();
+    requestDisplayedFiles();
+}
+std::optional<ScanCategory> RavelinthViewModel::categoryFilter() const {
+    return d->categoryFilter;
+}
+void RavelinthViewModel::setCategoryFilter(std::optional<ScanCategory> category) {
+    if (d->categoryFilter == category)
+        return;
+    d->categoryFilter = category;
+    emit categoryFilterChanged();
+    requestDisplayedFiles();
+}
+const std::optional<QString> &RavelinthViewModel::errorMessage() const {
+    return d->errorMessage;
+}
+void RavelinthViewModel::setErrorMessage(std::optional<QString> message) {
+    d->errorMessage = std::move(message);
+    emit errorMessageChanged();
+}
+QString RavelinthViewModel::scanPath() const {
+    return d->scanPath;
+}
+void RavelinthViewModel::setScanPath(const QString &path) {
+    if (d->scanPath == path)
+        return;
+    d->scanPath = path;
+    emit scanPathChanged();
+}
+double RavelinthViewModel::minFileSizeMB() const {
+    return d->minFileSizeMB;
+}
+void RavelinthViewModel::setMinFileSizeMB(double megabytes) {
+    if (d->minFileSizeMB == megabytes)
+        return;
+    d->minFileSizeMB = megabytes;
+    emit minFileSizeMBChanged();
+}
+QString RavelinthViewModel::searchText() const {
+    return d->searchText;
+}
+void RavelinthViewModel::setSearchText(const QString &text) {
+    if (d->searchText == text)
+        return;
+    d->searchText = text;
+    emit searchTextChanged();
+    requestDisplayedFiles();
+}
+bool RavelinthViewModel::showSettings() const {
+    return d->showSettings;
+}
+void RavelinthViewModel::setShowSettings(bool show) {
+    if (d->showSettings == show)
+        return;
+    d->showSettings = show;
+    emit showSettingsChanged();
+}
+bool RavelinthViewModel::includeHiddenFiles() const {
+    return d->includeHiddenFiles;
+}
+void RavelinthViewModel::setIncludeHiddenFiles(bool include) {
+    if (d->includeHiddenFiles == include)
+        return;
+    d->includeHiddenFiles = include;
+    emit includeHiddenFilesChanged();
+}
+
+bool RavelinthViewModel::isScanning() const {
+    return d->scanState.isScanning();
+}
+int RavelinthViewModel::fileCount() const {
+    return int(d->files.size());
+}
+int RavelinthViewModel::selectedCount() const {
+    return int(d->selectedFiles.size());
+}
+int RavelinthViewModel::displayedCount() const {
+    return d->displayedModel->rowCount();
+}
+QAbstractItemModel *RavelinthViewModel::displayedFilesModel() const {
+    return d->displayedModel;
+}
+
+void RavelinthViewModel::setScanState(ScanState state) {
+    d->scanState = std::move(state);
+    emit scanStateChanged();
+}
+
+void RavelinthViewModel::setFiles(QList<FileItem> files) {
+    d->files = std::move(files);
+    ++d->filesGeneration;
+    emit filesChanged();
+    requestDisplayedFiles();
+}
+
+void RavelinthViewModel::setCategoryStats(QList<CategoryStats> stats) {
+    d->categoryStats = std::move(stats);
+    emit categoryStatsChanged();
+}
+
+// --- the list query ---
+
+QList<FileItem> RavelinthViewModel::displayedFiles() const {
+    const QList<int> ranks =
+        d->nameRanksGeneration == d->filesGeneration ? d->nameRanks : QList<int>{};
+    QList<FileItem> shown;
+    for (int index : queryFileList(d->files, d->query(), ranks))
+        shown.append(d->files[index]);
+    return shown;
+}
+
+QList<FileItem> RavelinthViewModel::selectedFileItems() const {
+    QList<FileItem> selected;
+    if (d->selectedFiles.isEmpty())
+        return selected;
+    for (const FileItem &file : d->files) {
+        if (d->selectedFiles.contains(file.id))
+            selected.append(file);
+    }
+    return selected;
+}
+
+qint64 RavelinthViewModel::totalScannedSize() const {
+    qint64 total = 0;
+    for (const FileItem &file : d->files)
+        total = checkedAdd(total, file.size);
+    return total;
+}
+
+qint64 RavelinthViewModel::potentialSavings() const {
+    qint64 total = 0;
+    for (const FileItem &file : d->files) {
+        if (countsAsSavings(file))
+            total = checkedAdd(total, file.size);
+    }
+    return total;
+}
+
+int RavelinthViewModel::potentialSavingsFileCount() const {
+    return int(std::count_if(d->files.cbegin(), d->files.cend(), countsAsSavings));
+}
+
+void RavelinthViewModel::requestDisplayedFiles() {
+    const quint64 generation = ++*d->latestQuery;
+    const quint64 filesGeneration = d->filesGeneration;
+    const QList<FileItem> files = d->files;
+    const FileListQuery query = d->query();
+    const bool byName = query.sortOption == SortOption::nameAscending ||
+                        query.sortOption == SortOption::nameDescending;
+    const QList<int> ranks =
+        d->nameRanksGeneration == filesGeneration ? d->nameRanks : QList<int>{};
+    const auto latest = d->latestQuery;
+
+    QtConcurrent::run(&d->queryPool, [files, query, ranks, byName, generation, latest]() {
+        QueryAnswer answer;
+        // A newer question is already queued: this answer would be dropped.
+        if (*latest != generation) {
+            answer.skipped = true;
+            return answer;
+        }
+        answer.nameRanks = byName && ranks.size() != files.size() ? computeNameRanks(files) : ranks;
+        answer.rows = queryFileList(files, query, answer.nameRanks);
+        return answer;
+    }).then(this, [this, files, generation, filesGeneration](QueryAnswer answer) {
+        if (filesGeneration == d->filesGeneration && !answer.nameRanks.isEmpty()) {
+            d->nameRanks = answer.nameRanks;
+            d->nameRanksGeneration = filesGeneration;
+        }
+        if (answer.skipped || generation != *d->latestQuery)
+            return;
+        d->displayedModel->publish(files, std::move(answer.rows));
+        d->publishedQuery = generation;
+        emit displayedFilesChanged();
+    });
+}
+
+void RavelinthViewModel::selectAll() {
+    QSet<QUuid> all;
+    if (d->publishedQuery == *d->latestQuery) {
+        const QList<int> &rows = d->displayedModel->rows();
+        all.reserve(rows.size());
+        for (int row = 0; row < rows.size(); ++row)
+            all.insert(d->displayedModel->fileAt(row)->id);
+    } else {
+        for (const FileItem &file : displayedFiles())
+            all.insert(file.id);
+    }
+    setSelectedFiles(std::move(all));
+}
+
+// --- disk information ---
+
+void RavelinthViewModel::loadDiskInfo() {
+    refreshDiskInfo();
+}
+
+QFuture<void> RavelinthViewModel::refreshDiskInfo() {
+    auto promise = std::make_shared<QPromise<void>>();
+    promise->start();
+    QFuture<void> done = promise->future();
+    d->diskInfoService.getSystemProfilerDiskInfo().then(
+        this, [this, promise](const DiskInfoOutcome &preferred) {
+            if (preferred) {
+                d->diskInfo = *preferred;
+                emit diskInfoChanged();
+                promise->finish();
+                return;
+            }
+            d->diskInfoService.getFileManagerDiskInfo().then(
+                this, [this, promise](const DiskInfoOutcome &fallback) {
+                    if (fallback) {
+                        d->diskInfo = *fallback;
+                        emit diskInfoChanged();
+                    } else {
+                        setErrorMessage(fallback.error().description());
+                    }
+                    promise->finish();
+                });
+        });
+    return done;
+}
+
+// --- the scan lifecycle ---
+
+void RavelinthViewModel::startScan() {
+    if (d->scanState.isScanning())
+        return;
+    if (d->scanTask)
+        d->scanTask->isCancelled = true;
+    if (d->scannerService)
+        d->scannerService->cancel();
+
+    setFiles({});
+    setCategoryStats({});
+    setSelectedFiles({});
+
+    auto scanner = std::make_shared<FileScannerService>();
+    d->scannerService = scanner;
+    ScanConfiguration configuration;
+    configuration.minFileSizeBytes = thresholdBytes(d->minFileSizeMB);
+    configuration.includeHiddenFiles = d->includeHiddenFiles;
+    configuration.skipSystemDirectories = true;
+    configuration.followSymlinks = false;
+    setScanState(ScanState::scanning(d->scanPath, 0, 0, {}));
+
+    auto task = std::make_shared<ScanTask>();
+    d->scanTask = task;
+    // The task begins on a later turn of the main loop and reads the path only then.
+    QMetaObject::invokeMethod(
+        this,
+        [this, scanner, task, configuration] {
+            QPointer<RavelinthViewModel> self(this);
+            auto progress = [self](qint64 files, qint64 bytes, const QString &current) {
+                if (self)
+                    self->setScanState(
+                        ScanState::scanning(self->d->scanPath, files, bytes, current));
+            };
+            QFuture<ScanOutcome> scan =
+                scanner->scan(QFile::encodeName(d->scanPath), configuration, progress);
+            // A task cancelled before it began still runs, but stops at its first report.
+            if (task->isCancelled)
+                scanner->cancel();
+            scan.then(this, [this, scanner, task](const ScanOutcome &outcome) {
+                if (outcome) {
+                    const ScanResult &result = *outcome;
+                    setFiles(result.files);
+                    setCategoryStats(largestFirst(QList<CategoryStats>(
+                        result.categoryStats.begin(), result.categoryStats.end())));
+                    setScanState(ScanState::completed(result.files.size(), result.totalSize,
+                                                      result.duration));
+                    loadDiskInfo();
+                } else if (task->isCancelled) {
+                    setScanState(ScanState::cancelled());
+                } else {
+                    const QString message = outcome.error().description();
+                    setScanState(ScanState::error(message));
+                    setErrorMessage(message);
+                }
+            });
+        },
+        Qt::QueuedConnection);
+}
+
+void RavelinthViewModel::stopScan() {
+    if (d->scanTask)
+        d->scanTask->isCancelled = true;
+    // The scanner is looked up when this runs, not now.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (d->scannerService)
+                d->scannerService->cancel();
+        },
+        Qt::QueuedConnection);
+    setScanState(ScanState::cancelled());
+}
+
+void RavelinthViewModel::browsePath() {
+    FinderService::shared()
+        .selectFolder(u"Select Folder to Scan"_qs, d->scanPath)
+        .then(this, [this](const std::optional<QString> &path) {
+            if (path)
+                setScanPath(*path);
+        });
+}
+
+// --- the deletion workflow ---
+
+void RavelinthViewModel::moveSelectedToTrash() {
+    QList<QByteArray> paths;
+    for (const FileItem &file : selectedFileItems())
+        paths.append(file.path);
+    d->trashService.moveToTrash(paths).then(this, [this](const QList<TrashResult> &results) {
+        QSet<QByteArray> moved;
+        for (const TrashResult &result : results) {
+            if (const auto *success = std::get_if<TrashSuccess>(&result))
+                moved.insert(success->originalPath);
+        }
+        if (!moved.isEmpty()) {
+            QList<FileItem> remaining;
+            remaining.reserve(d->files.size());
+            for (const FileItem &file : std::as_const(d->files)) {
+                if (!moved.contains(file.path))
+                    remaining.append(file);
+            }
+            setFiles(std::move(remaining));
+        }
+        setSelectedFiles({});
+        refreshDiskInfo().then(this, [this] { updateCategoryStats(); });
+    });
+}
+
+void RavelinthViewModel::moveToTrash(const FileItem &file) {
+    const QUuid id = file.id;
+    d->trashService.moveToTrash(file.path).then(this, [this, id](const TrashMoveOutcome &outcome) {
+        if (!outcome) {
+            setErrorMessage(outcome.error().description());
+            return;
+        }
+        QList<FileItem> remaining = d->files;
+        remaining.removeIf([&](const FileItem &entry) { return entry.id == id; });
+        setFiles(std::move(remaining));
+        if (d->selectedFiles.contains(id)) {
+            QSet<QUuid> selection = d->selectedFiles;
+            selection.remove(id);
+            setSelectedFiles(std::move(selection));
+        }
+        refreshDiskInfo().then(this, [this] { updateCategoryStats(); });
+    });
+}
+
+void RavelinthViewModel::revealSelectedInFinder() {
+    QList<QByteArray> paths;
+    for (const FileItem &file : selectedFileItems())
+        paths.append(file.path);
+    FinderService::shared().revealInFinder(paths);
+}
+
+void RavelinthViewModel::updateCategoryStats() {
+    // Categories appear in the order their first file is met, as a table filled in list order.
+    QList<CategoryStats> stats;
+    std::array<qsizetype, ScanCategory::count> slot;
+    slot.fill(-1);
+    for (const FileItem &file : std::as_const(d->files)) {
+        qsizetype &index = slot[size_t(file.category.index())];
+        if (index < 0) {
+            index = stats.size();
+            stats.append(CategoryStats::make(file.category));
+        }
+        CategoryStats &entry = stats[index];
+        entry.fileCount = checkedAdd(entry.fileCount, 1);
+        entry.totalSize = checkedAdd(entry.totalSize, file.size);
+    }
+    setCategoryStats(largestFirst(std::move(stats)));
+}
+
+// --- helpers for the table ---
+
+void RavelinthViewModel::clearSelection() {
+    setSelectedFiles({});
+}
+
+void RavelinthViewModel::selectOnly(int row) {
+    if (const FileItem *file = d->displayedModel->fileAt(row))
+        setSelectedFiles({file->id});
+}
+
+void RavelinthViewModel::toggleSelected(int row) {
+    const FileItem *file = d->displayedModel->fileAt(row);
+    if (!file)
+        return;
+    QSet<QUuid> selection = d->selectedFiles;
+    if (!selection.remove(file->id))
+        selection.insert(file->id);
+    setSelectedFiles(std::move(selection));
+}
+
+void RavelinthViewModel::selectRange(int fromRow, int toRow) {
+    QSet<QUuid> selection = d->selectedFiles;
+    for (int row = std::min(fromRow, toRow); row <= std::max(fromRow, toRow); ++row) {
+        if (const FileItem *file = d->displayedModel->fileAt(row))
+            selection.insert(file->id);
+    }
+    setSelectedFiles(std::move(selection));
+}
+
+bool RavelinthViewModel::isRowSelected(int row) const {
+    const FileItem *file = d->displayedModel->fileAt(row);
+    return file && d->selectedFiles.contains(file->id);
+}
+
+QString RavelinthViewModel::fileIdAt(int row) const {
+    const FileItem *file = d->displayedModel->fileAt(row);
+    return file ? file->id.toString(QUuid::WithoutBraces) : QString();
+}
+
+QStringList RavelinthViewModel::clickedSet(int row) const {
+    const FileItem *clicked = d->displayedModel->fileAt(row);
+    if (!clicked)
+        return {};
+    QStringList ids;
+    if (!d->selectedFiles.contains(clicked->id))
+        return {clicked->id.toString(QUuid::WithoutBraces)};
+    for (const FileItem &file : selectedFileItems())
+        ids.append(file.id.toString(QUuid::WithoutBraces));
+    return ids;
+}
+
+void RavelinthViewModel::moveFileToTrash(const QString &fileId) {
+    const QUuid id = QUuid::fromString(fileId);
+    for (const FileItem &file : std::as_const(d->files)) {
+        if (file.id == id) {
+            moveToTrash(file);
+            return;
+        }
+    }
+}
+
+QStringList RavelinthViewModel::pathsOf(const QStringList &fileIds) const {
+    QHash<QUuid, QString> paths;
+    for (const FileItem &file : std::as_const(d->files))
+        paths.insert(file.id, file.displayPath());
+    QStringList result;
+    for (const QString &id : fileIds) {
+        const auto found = paths.constFind(QUuid::fromString(id));
+        if (found != paths.cend())
+            result.append(*found);
+    }
+    return result;
+}
+
+QString RavelinthViewModel::formatByteCount(double bytes) const {
+    return ravelinth::formatByteCount(qint64(bytes));
+}
+
+QString RavelinthViewModel::sortOptionName(int option) const {
+    if (option < 0 || option >= SortOption::count)
+        return {};
+    return SortOption::allCases()[size_t(option)].rawValue();
+}
+
+QStringList RavelinthViewModel::sortOptionNames() const {
+    QStringList names;
+    for (SortOption option : SortOption::allCases())
+        names.append(option.rawValue());
+    return names;
+}
+
+// --- the QML face ---
+
+QVariant RavelinthViewModel::diskInfoForQml() const {
+    if (!d->diskInfo)
+        return {};
+    const DiskInfo &info = *d->diskInfo;
+    const double usage =
+        info.totalBytes > 0 ? double(info.usedBytes) / double(info.totalBytes) * 100.0 : 0.0;
+    return QVariantMap{{u"name"_qs, info.name},
+                       {u"mountPoint"_qs, info.mountPoint},
+                       {u"totalBytes"_qs, double(info.totalBytes)},
+                       {u"usedBytes"_qs, double(info.usedBytes)},
+                       {u"freeBytes"_qs, double(info.freeBytes)},
+                       {u"usagePercent"_qs, usage}};
+}
+
+QVariantMap RavelinthViewModel::scanStateForQml() const {
+    QVariantMap map{{u"statusMessage"_qs, d->scanState.statusMessage()}};
+    std::visit(
+        [&map](const auto &state) {
+            using T = std::decay_t<decltype(state)>;
+            if constexpr (std::is_same_v<T, scanstate::Idle>) {
+                map.insert(u"kind"_qs, u"idle"_qs);
+            } else if constexpr (std::is_same_v<T, scanstate::Scanning>) {
+                map.insert(u"kind"_qs, u"scanning"_qs);
+                map.insert(u"path"_qs, state.path);
+                map.insert(u"filesScanned"_qs, double(state.filesScanned));
+                map.insert(u"bytesScanned"_qs, double(state.bytesScanned));
+                map.insert(u"currentFile"_qs, state.currentFile);
+            } else if constexpr (std::is_same_v<T, scanstate::Completed>) {
+                map.insert(u"kind"_qs, u"completed"_qs);
+                map.insert(u"filesFound"_qs, double(state.filesFound));
+                map.insert(u"totalSize"_qs, double(state.totalSize));
+                map.insert(u"duration"_qs, state.duration);
+            } else if constexpr (std::is_same_v<T, scanstate::Error>) {
+                map.insert(u"kind"_qs, u"error"_qs);
+                map.insert(u"message"_qs, state.message);
+            } else {
+                map.insert(u"kind"_qs, u"cancelled"_qs);
+            }
+        },
+        d->scanState.value());
+    return map;
+}
+
+QVariantList RavelinthViewModel::categoryStatsForQml() const {
+    QVariantList list;
+    for (const CategoryStats &stats : std::as_const(d->categoryStats)) {
+        list.append(QVariantMap{{u"category"_qs, stats.category.rawValue()},
+                                {u"icon"_qs, stats.category.icon()},
+                                {u"color"_qs, stats.category.color().name()},
+                                {u"fileCount"_qs, double(stats.fileCount)},
+                                {u"totalSize"_qs, double(stats.totalSize)}});
+    }
+    return list;
+}
+
+int RavelinthViewModel::sortOptionForQml() const {
+    return int(SortOption::Value(d->sortOption));
+}
+void RavelinthViewModel::setSortOptionForQml(int option) {
+    if (option >= 0 && option < SortOption::count)
+        setSortOption(SortOption::allCases()[size_t(option)]);
+}
+QString RavelinthViewModel::categoryFilterForQml() const {
+    return d->categoryFilter ? d->categoryFilter->rawValue() : QString();
+}
+void RavelinthViewModel::setCategoryFilterForQml(const QString &category) {
+    setCategoryFilter(category.isEmpty() ? std::nullopt : ScanCategory::fromRawValue(category));
+}
+QString RavelinthViewModel::errorMessageForQml() const {
+    return d->errorMessage.value_or(QString());
+}
+void RavelinthViewModel::setErrorMessageForQml(const QString &message) {
+    setErrorMessage(message.isEmpty() ? std::nullopt : std::optional<QString>(message));
+}
+double RavelinthViewModel::totalScannedSizeForQml() const {
+    return double(totalScannedSize());
+}
+double RavelinthViewModel::potentialSavingsForQml() const {
+    return double(potentialSavings());
+}
+
+} // namespace ravelinth

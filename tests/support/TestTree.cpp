@@ -137,7 +137,9 @@ void TestTree::deepChain(QByteArrayView relative, int depth, QByteArrayView link
     ::close(fd);
 }
 
-ScopedTestEnvironment::ScopedTestEnvironment() {
+// The environment lives beside the trees, on the same file system, so that the home Trash is
+// the one that receives their files.
+ScopedTestEnvironment::ScopedTestEnvironment() : m_dir(treeBase() + u"/ravelinth-home-XXXXXX"_qs) {
     m_home = QFile::encodeName(m_dir.path());
     const QList<QPair<const char *, QByteArray>> values{
         {"HOME", m_home},
@@ -157,6 +159,8 @@ ScopedTestEnvironment::ScopedTestEnvironment() {
 }
 
 ScopedTestEnvironment::~ScopedTestEnvironment() {
+    // The Trash may hold names that are not UTF-8, which QDir cannot remove.
+    QProcess::execute(u"rm"_qs, {u"-rf"_qs, QFile::decodeName(m_home)});
     for (const auto &[name, value] : m_saved) {
         if (value)
             qputenv(name.constData(), *value);

@@ -1,0 +1,146 @@
+#include "TestTree.h"
+#include "services/DiskInfoService.h"
+
+#include <QtTest>
+
+#include <sys/stat.h>
+
+using namespace ravelinth;
+
+namespace {
+
+DiskInfoOutcome profiler(const char *json) {
+    return DiskInfoService::parseSystemProfilerReport(QByteArray(json));
+}
+DiskInfoOutcome findmnt(const char *json) {
+    return DiskInfoService::parseFindmntReport(QByteArray(json));
+}
+
+// A stand-in for findmnt, first on PATH, printing `output` (after `delaySecs`).
+class FakeReportCommand {
+public:
+    FakeReportCommand(const QByteArray &output, int delaySecs = 0) : m_savedPath(qgetenv("PATH")) {
+        const QByteArray script = m_tree.file("bin/findmnt");
+        QFile file(QFile::decodeName(script));
+        file.open(QIODevice::WriteOnly);
+        file.write("#!/bin/sh\nsleep " + QByteArray::number(delaySecs) +
+                   "\necho 'noise' >&2\ncat <<'EOF'\n" + output + "\nEOF\n");
+        file.close();
+        ::chmod(script.constData(), 0755);
+        qputenv("PATH", m_tree.path("bin") + ':' + m_savedPath);
+    }
+    ~FakeReportCommand() { qputenv("PATH", m_savedPath); }
+
+private:
+    test::TestTree m_tree;
+    QByteArray m_savedPath;
+};
+
+} // namespace
+
+class DiskInfoTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void storageReportPicksTheFirstBootVolume() {
+        const DiskInfoOutcome info = profiler(R"({"SPStorageDataType":[
+            {"_name":"External","mount_point":"/Volumes/External","size_in_bytes":5,"free_space_in_bytes":1},
+            {"_name":"Wrong","mount_point":"/","size_in_bytes":"1000","free_space_in_bytes":10},
+            {"_name":"Half","mount_point":"/","size_in_bytes":1000.5,"free_space_in_bytes":10},
+            {"_name":"Data","mount_point":"/","size_in_bytes":1000,"free_space_in_bytes":250,"x":[]},
+            {"_name":"Later","mount_point":"/","size_in_bytes":7,"free_space_in_bytes":7}]})");
+        QVERIFY(info);
+        QCOMPARE(info->name, u"Data"_qs);
+        QCOMPARE(info->mountPoint, u"/"_qs);
+        QCOMPARE(info->totalBytes, 1000);
+        QCOMPARE(info->freeBytes, 250);
+        QCOMPARE(info->usedBytes, 750);
+
+        const DiskInfoOutcome unnamed = profiler(
+            R"({"SPStorageDataType":[{"_name":7,"mount_point":"/","size_in_bytes":10,"free_space_in_bytes":20}]})");
+        QCOMPARE(unnamed->name, u"Macintosh HD"_qs);
+        QCOMPARE(unnamed->usedBytes, -10);
+        const DiskInfoOutcome again = profiler(
+            R"({"SPStorageDataType":[{"_name":7,"mount_point":"/","size_in_bytes":10,"free_space_in_bytes":20}]})");
+        QVERIFY(unnamed->id != again->id);
+        QVERIFY(!(*unnamed == *again));
+    }
+
+    void storageReportFailuresKeepTheirKinds() {
+        const auto code = [](const DiskInfoOutcome &outcome) { return outcome.error().code(); };
+        QCOMPARE(code(profiler(R"({"SPStorageDataType":[]})")), DiskInfoError::noBootVolume);
+        QCOMPARE(
+            code(profiler(
+                R"({"SPStorageDataType":[{"mount_point":"/","size_in_bytes":"1","free_space_in_bytes":1}]})")),
+            DiskInfoError::noBootVolume);
+        QCOMPARE(code(profiler(R"({"Other":[]})")), DiskInfoError::parseError);
+        QCOMPARE(code(profiler(R"({"SPStorageDataType":{}})")), DiskInfoError::parseError);
+        QCOMPARE(code(profiler(R"({"SPStorageDataType":[1,2]})")), DiskInfoError::parseError);
+        QCOMPARE(code(profiler(R"([{"SPStorageDataType":[]}])")), DiskInfoError::parseError);
+        const DiskInfoOutcome empty = profiler("");
+        QCOMPARE(code(empty), DiskInfoError::platform);
+        QVERIFY(!empty.error().description().isEmpty());
+        QVERIFY(empty.error().description() != u"Failed to parse disk information"_qs);
+        QCOMPARE(code(profiler("system_profiler: not JSON")), DiskInfoError::platform);
+        QCOMPARE(DiskInfoError(DiskInfoError::parseError).description(),
+                 u"Failed to parse disk information"_qs);
+        QCOMPARE(DiskInfoError(DiskInfoError::noBootVolume).description(),
+                 u"Could not find boot volume"_qs);
+        QCOMPARE(DiskInfoError(DiskInfoError::attributesNotFound).description(),
+                 u"File system attributes not available"_qs);
+    }
+
+    void findmntReportNamesTheVolume() {
+        const DiskInfoOutcome labelled = findmnt(R"({"filesystems":[
+            {"target":"/boot","source":"/dev/sda1","label":"BOOT","size":1,"avail":1},
+            {"target":"/","source":"/dev/mapper/vg-root","fstype":"ext4","label":"system","size":2000,"avail":500}]})");
+        QCOMPARE(labelled->name, u"system"_qs);
+        QCOMPARE(labelled->usedBytes, 1500);
+        const DiskInfoOutcome unlabelled = findmnt(
+            R"({"filesystems":[{"target":"/","source":"/dev/mapper/vg-root","label":null,"size":2000,"avail":500}]})");
+        QCOMPARE(unlabelled->name, u"vg-root"_qs);
+        QCOMPARE(findmnt(R"({"filesystems":[]})").error().code(), DiskInfoError::noBootVolume);
+        QCOMPARE(findmnt(R"({"file":[]})").error().code(), DiskInfoError::parseError);
+    }
+
+    void serviceReadsTheRealReportAndTheFallback() {
+        test::ScopedTestEnvironment environment;
+        DiskInfoService service;
+        const DiskInfoOutcome report = service.getSystemProfilerDiskInfo().result();
+        QVERIFY2(report, report ? "" : qPrintable(report.error().description()));
+        QCOMPARE(report->mountPoint, u"/"_qs);
+        QVERIFY(report->totalBytes > 0 && report->freeBytes >= 0);
+
+        const DiskInfoOutcome fallback = service.getFileManagerDiskInfo().result();
+        QVERIFY(fallback);
+        QCOMPARE(fallback->name, u"Root"_qs);
+        QCOMPARE(fallback->mountPoint, u"/"_qs);
+        QCOMPARE(fallback->usedBytes, fallback->totalBytes - fallback->freeBytes);
+
+        qputenv("HOME", environment.home() + "/does-not-exist");
+        const DiskInfoOutcome noHome = service.getFileManagerDiskInfo().result();
+        QCOMPARE(noHome.error().code(), DiskInfoError::platform);
+        QCOMPARE(noHome.error().description(), u"No such file or directory"_qs);
+    }
+
+    void reportCommandOutputIsParsedAndAHungCommandHoldsOnlyTheService() {
+        {
+            FakeReportCommand fake("not json at all");
+            QCOMPARE(DiskInfoService().getSystemProfilerDiskInfo().result().error().code(),
+                     DiskInfoError::platform);
+        }
+        FakeReportCommand slow(
+            R"({"filesystems":[{"target":"/","source":"/dev/x","size":9,"avail":4}]})", 2);
+        DiskInfoService service;
+        QFuture<DiskInfoOutcome> report = service.getSystemProfilerDiskInfo();
+        QFuture<DiskInfoOutcome> fallback = service.getFileManagerDiskInfo();
+        // Both calls returned while the report still runs; the second waits behind it.
+        QVERIFY(!report.isFinished());
+        QVERIFY(!fallback.isFinished());
+        QCOMPARE(report.result()->name, u"x"_qs);
+        QVERIFY(fallback.result());
+    }
+};
+
+QTEST_GUILESS_MAIN(DiskInfoTest)
+#include "tst_diskinfo.moc"

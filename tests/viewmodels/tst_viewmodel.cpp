@@ -1,0 +1,328 @@
+#include "TestTree.h"
+#include "services/FinderService.h"
+#include "viewmodels/NotificationCenter.h"
+#include "viewmodels/Preferences.h"
+#include "viewmodels/RavelinthViewModel.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+using namespace ravelinth;
+using ravelinth::test::TestTree;
+
+namespace {
+
+constexpr qint64 MiB = 1024 * 1024;
+
+QStringList namesOf(const QList<FileItem> &files) {
+    QStringList names;
+    for (const FileItem &file : files)
+        names.append(file.displayName());
+    return names;
+}
+
+bool waitForCompletion(RavelinthViewModel &model) {
+    return QTest::qWaitFor(
+        [&] { return model.scanState().isCompleted() || model.scanState().isError(); }, 60000);
+}
+
+// Waits until the table shows what the query defines.
+bool waitForTable(RavelinthViewModel &model) {
+    return QTest::qWaitFor(
+        [&] {
+            const QList<FileItem> expected = model.displayedFiles();
+            QAbstractItemModel *table = model.displayedFilesModel();
+            if (table->rowCount() != expected.size())
+                return false;
+            for (int row = 0; row < expected.size(); ++row) {
+                if (model.fileIdAt(row) != expected[row].id.toString(QUuid::WithoutBraces))
+                    return false;
+            }
+            return true;
+        },
+        10000);
+}
+
+} // namespace
+
+class ViewModelTest : public QObject {
+    Q_OBJECT
+
+    // One for the whole run: GLib reads XDG_DATA_HOME once per process.
+    test::ScopedTestEnvironment environment;
+
+    void scan(RavelinthViewModel &model, const QByteArray &path, double megabytes = 1) {
+        model.setScanPath(QFile::decodeName(path));
+        model.setMinFileSizeMB(megabytes);
+        model.startScan();
+        QVERIFY(waitForCompletion(model));
+        QVERIFY(waitForTable(model));
+    }
+
+private slots:
+    void initTestCase() {
+        QCoreApplication::setOrganizationName(u"Ravelinth"_qs);
+        QCoreApplication::setApplicationName(u"Ravelinth"_qs);
+        // Collation follows the user's locale; the tests run under C.UTF-8.
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    }
+
+    void constructionReadsTheDisk() {
+        RavelinthViewModel model;
+        QVERIFY(model.scanState().isIdle());
+        QCOMPARE(model.scanPath(), QDir::homePath());
+        QCOMPARE(model.minFileSizeMB(), 100.0);
+        QVERIFY(!model.diskInfo());
+        QTRY_VERIFY_WITH_TIMEOUT(model.diskInfo().has_value(), 10000);
+        QCOMPARE(model.diskInfo()->mountPoint, u"/"_qs);
+        QVERIFY(!model.errorMessage());
+    }
+
+    void aScanRunsFromStartToCompletion() {
+        TestTree tree;
+        tree.file("half.iso", 512 * 1024);
+        tree.file("below.iso", 512 * 1024 - 1);
+        tree.file("big.mkv", 3 * MiB);
+        tree.file("b/archive.zip", 2 * MiB);
+        tree.file("b/c/archive2.zip", 2 * MiB);
+        tree.file(".hidden.mkv", 9 * MiB);
+
+        RavelinthViewModel model;
+        QSignalSpy disk(&model, &RavelinthViewModel::diskInfoChanged);
+        QTRY_VERIFY(disk.size() == 1);
+        model.setScanPath(u"/nonexistent-before-the-task-begins"_qs);
+        model.setMinFileSizeMB(0.5);
+        model.startScan();
+        // The state changes at once; the path is read only when the task begins.
+        QCOMPARE(model.scanState(),
+                 ScanState::scanning(u"/nonexistent-before-the-task-begins"_qs, 0, 0, {}));
+        model.setScanPath(QFile::decodeName(tree.root()));
+        model.startScan(); // ignored while scanning
+        QVERIFY(waitForCompletion(model));
+
+        const auto *completed = model.scanState().as<scanstate::Completed>();
+        QVERIFY(completed);
+        QCOMPARE(completed->filesFound, 4);
+        QCOMPARE(completed->totalSize, 7 * MiB + 512 * 1024);
+        QCOMPARE(namesOf(model.files()), (QStringList{u"big.mkv"_qs, u"archive.zip"_qs,
+                                                      u"archive2.zip"_qs, u"half.iso"_qs}));
+        QCOMPARE(model.categoryStats().size(), 9);
+        QCOMPARE(model.categoryStats()[0].category, ScanCategory(ScanCategory::archive));
+        QCOMPARE(model.categoryStats()[1].category, ScanCategory(ScanCategory::video));
+        QCOMPARE(model.totalScannedSize(), 7 * MiB + 512 * 1024);
+        QCOMPARE(model.potentialSavings(), 4 * MiB + 512 * 1024);
+        QTRY_COMPARE(disk.size(), 2); // read again after the scan
+
+        // Hidden files come with the option; a new start clears the old results first.
+        model.setIncludeHiddenFiles(true);
+        model.selectAll();
+        QCOMPARE(model.selectedCount(), 4);
+        model.startScan();
+        QVERIFY(model.files().isEmpty());
+        QVERIFY(model.categoryStats().isEmpty());
+        QVERIFY(model.selectedFiles().isEmpty());
+        QVERIFY(waitForCompletion(model));
+        QCOMPARE(model.files().first().displayName(), u".hidden.mkv"_qs);
+    }
+
+    void aFailedScanShowsItsError() {
+        RavelinthViewModel model;
+        model.setScanPath(u"/no/such/folder"_qs);
+        model.startScan();
+        QVERIFY(waitForCompletion(model));
+        QCOMPARE(model.scanState(), ScanState::error(u"Path not found: /no/such/folder"_qs));
+        QCOMPARE(model.errorMessage(),
+                 std::optional<QString>(u"Path not found: /no/such/folder"_qs));
+        QVERIFY(model.files().isEmpty());
+    }
+
+    void aStopShowsCancelledThenThePartialResult() {
+        TestTree tree;
+        constexpr int total = 30000;
+        for (int i = 0; i < total; ++i)
+            tree.file("d" + QByteArray::number(i % 20) + "/f" + QByteArray::number(i), 1);
+        RavelinthViewModel model;
+        model.setScanPath(QFile::decodeName(tree.root()));
+        model.setMinFileSizeMB(0);
+        model.startScan();
+        QVERIFY(QTest::qWaitFor([&] {
+            const auto *scanning = model.scanState().as<scanstate::Scanning>();
+            return scanning && scanning->filesScanned >= 100;
+        }));
+        QCOMPARE(model.scanState().as<scanstate::Scanning>()->path, QFile::decodeName(tree.root()));
+        model.stopScan();
+        QVERIFY(model.scanState().isCancelled());
+        QVERIFY(waitForCompletion(model));
+        const qint64 found = model.scanState().as<scanstate::Completed>()->filesFound;
+        QVERIFY2(found < total, "the scan finished before the stop reached it");
+        QCOMPARE(found % 100, 0);
+        QCOMPARE(model.files().size(), found);
+
+        // A start after a stop is accepted.
+        model.startScan();
+        QVERIFY(model.isScanning());
+        QVERIFY(waitForCompletion(model));
+    }
+
+    void theListIsFilteredSearchedAndSorted() {
+        TestTree tree;
+        tree.file("b.zip", 2 * MiB, 1000);
+        tree.file("A.zip", 2 * MiB, 3000);
+        tree.file("a.zip", 4 * MiB, 2000);
+        tree.file("Projects/holiday.mov", 3 * MiB, 4000);
+        tree.file("Projects/report.pdf", 5 * MiB, 500);
+        tree.file("\xc3\x89t\xc3\xa9.mov", 6 * MiB, 600); // Été.mov
+        RavelinthViewModel model;
+        scan(model, tree.root());
+
+        QCOMPARE(namesOf(model.displayedFiles()).first(), u"\u00C9t\u00E9.mov"_qs);
+        model.setSortOption(SortOption::nameAscending);
+        QVERIFY(waitForTable(model));
+        const QStringList ascending = namesOf(model.displayedFiles());
+        QCOMPARE(ascending.mid(2), (QStringList{u"b.zip"_qs, u"\u00C9t\u00E9.mov"_qs,
+                                                u"holiday.mov"_qs, u"report.pdf"_qs}));
+        QVERIFY(ascending.mid(0, 2).contains(u"a.zip"_qs) &&
+                ascending.mid(0, 2).contains(u"A.zip"_qs));
+        model.setSortOption(SortOption::nameDescending);
+        QVERIFY(waitForTable(model));
+        QStringList reversed = namesOf(model.displayedFiles());
+        std::reverse(reversed.begin(), reversed.end());
+        QCOMPARE(reversed, ascending);
+        model.setSortOption(SortOption::dateOldest);
+        QVERIFY(waitForTable(model));
+        QCOMPARE(namesOf(model.displayedFiles()).first(), u"report.pdf"_qs);
+
+        model.setSearchText(u"MOV"_qs);
+        QVERIFY(waitForTable(model));
+        QCOMPARE(model.displayedFiles().size(), 2);
+        model.setSearchText(u"\u00E9T\u00C9"_qs); // case folds, accents kept
+        QVERIFY(waitForTable(model));
+        QCOMPARE(model.displayedFiles().size(), 1);
+        model.setSearchText(u"Projects"_qs);
+        model.setCategoryFilter(ScanCategory::document);
+        QVERIFY(waitForTable(model));
+        QCOMPARE(namesOf(model.displayedFiles()), QStringList{u"report.pdf"_qs});
+
+        // Select-all takes exactly what is shown; the selection outlives the filters.
+        model.setCategoryFilter(std::nullopt);
+        model.setSearchText(QString());
+        QVERIFY(waitForTable(model));
+        model.toggleSelected(0);
+        model.setCategoryFilter(ScanCategory::archive);
+        QVERIFY(waitForTable(model));
+        model.selectAll();
+        QCOMPARE(model.selectedCount(), 3);
+        model.setSearchText(u"b.zip"_qs);
+        QVERIFY(waitForTable(model));
+        QCOMPARE(model.selectedFileItems().size(), 3);
+        QCOMPARE(model.displayedCount(), 1);
+        QVERIFY(model.isRowSelected(0));
+        QCOMPARE(model.clickedSet(0).size(), 3);
+    }
+
+    void trashingFollowsTheListAndTheSelection() {
+        TestTree tree;
+        const QByteArray gone = tree.file("gone.iso", 3 * MiB);
+        tree.file("keep.mov", 2 * MiB);
+        tree.file("only.pdf", 4 * MiB);
+        tree.file("other.iso", 5 * MiB);
+        RavelinthViewModel model;
+        scan(model, tree.root());
+        QCOMPARE(model.categoryStats().size(), 9);
+
+        // The batch: a file that vanished fails silently and the whole selection clears.
+        ::unlink(gone.constData());
+        model.setSearchText(u"o"_qs);
+        QVERIFY(waitForTable(model));
+        QSet<QUuid> selection;
+        for (const FileItem &file : model.files()) {
+            if (file.displayName() != u"keep.mov"_qs)
+                selection.insert(file.id);
+        }
+        model.setSelectedFiles(selection);
+        QSignalSpy stats(&model, &RavelinthViewModel::categoryStatsChanged);
+        model.moveSelectedToTrash();
+        QVERIFY(stats.wait(10000));
+        QCOMPARE(namesOf(model.files()), (QStringList{u"gone.iso"_qs, u"keep.mov"_qs}));
+        QVERIFY(model.selectedFiles().isEmpty());
+        QVERIFY(!model.errorMessage());
+        QCOMPARE(model.categoryStats().size(), 2); // rebuilt: emptied categories disappear
+        QVERIFY(model.scanState().isCompleted());
+
+        // One file: a failure is shown and changes nothing else.
+        const FileItem missing = model.files().first();
+        model.setSelectedFiles({missing.id});
+        model.moveToTrash(missing);
+        QTRY_VERIFY(model.errorMessage().has_value());
+        QVERIFY(model.errorMessage()->startsWith(u"Failed to move 'gone.iso' to Trash: "_qs));
+        QCOMPARE(model.files().size(), 2);
+        QCOMPARE(model.selectedCount(), 1);
+
+        const FileItem keep = model.files().last();
+        model.moveToTrash(keep);
+        QTRY_COMPARE(model.categoryStats().size(), 1);
+        QCOMPARE(model.files().size(), 1);
+        QCOMPARE(model.selectedCount(), 1);
+    }
+
+    void browsingAsksTheInterfaceForAFolder() {
+        RavelinthViewModel model;
+        QObject chooser;
+        QString title;
+        connect(&FinderService::shared(), &FinderService::folderSelectionRequested, &chooser,
+                [&](const QString &requestedTitle, const QString &) {
+                    title = requestedTitle;
+                    QMetaObject::invokeMethod(
+                        &FinderService::shared(),
+                        [] { FinderService::shared().completeFolderSelection(u"/srv"_qs); },
+                        Qt::QueuedConnection);
+                });
+        model.browsePath();
+        QTRY_COMPARE(model.scanPath(), u"/srv"_qs);
+        QCOMPARE(title, u"Select Folder to Scan"_qs);
+        QVERIFY(model.scanState().isIdle());
+    }
+
+    void preferencesPersistWithTheirDefaults() {
+        {
+            Preferences preferences;
+            QCOMPARE(preferences.defaultMinSizeMB().toDouble(), 100.0);
+            QCOMPARE(preferences.includeHiddenFiles(), false);
+            QCOMPARE(preferences.skipSystemDirectories(), true);
+            QCOMPARE(preferences.showSizesInBinary(), false);
+            QCOMPARE(preferences.confirmBeforeDelete(), true);
+            QCOMPARE(preferences.hasSeenOnboarding(), false);
+            preferences.setDefaultMinSizeMB(1024.0);
+            preferences.setConfirmBeforeDelete(false);
+            preferences.setHasSeenOnboarding(true);
+        }
+        const QString file =
+            QFile::decodeName(environment.configHome()) + u"/Ravelinth/Ravelinth.conf"_qs;
+        QVERIFY(QFile::exists(file));
+        Preferences reread;
+        QCOMPARE(reread.defaultMinSizeMB().toDouble(), 1024.0);
+        QCOMPARE(reread.confirmBeforeDelete(), false);
+        QCOMPARE(reread.hasSeenOnboarding(), true);
+
+        // The view model keeps its own threshold whatever the settings say.
+        RavelinthViewModel model;
+        QCOMPARE(model.minFileSizeMB(), 100.0);
+        QCOMPARE(model.includeHiddenFiles(), false);
+    }
+
+    void notificationsCarryTheirNamesAndObjects() {
+        QSignalSpy posted(&NotificationCenter::shared(), &NotificationCenter::posted);
+        NotificationCenter::shared().post(NotificationCenter::quickScan, u"downloads"_qs);
+        NotificationCenter::shared().post(NotificationCenter::stopScan);
+        QCOMPARE(posted.size(), 2);
+        QCOMPARE(posted[0][0].toString(), u"quickScan"_qs);
+        QCOMPARE(posted[0][1].toString(), u"downloads"_qs);
+        QVERIFY(!posted[1][1].isValid());
+        QCOMPARE(NotificationCenter::allNames().size(), 9);
+    }
+};
+
+QTEST_GUILESS_MAIN(ViewModelTest)
+#include "tst_viewmodel.moc"

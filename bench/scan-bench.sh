@@ -1,0 +1,94 @@
+#!/usr/bin/env bash
+# Times `ravelinth scan` against fd, find, gdu and ncdu on one warm tree, in one run, and prints
+# medians, peak memory and ratios. Usage:
+#   bench/scan-bench.sh [--tree DIR] [--files N] [--folders N] [--rounds N] [--cold]
+# Defaults: 1,000,000 files in 60,000 folders under /work/bench-trees (or $BENCH_TREES), 5 rounds.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+files=1000000 folders=60000 rounds=5 cold=0
+tree_root=${BENCH_TREES:-/work/bench-trees}
+tree=""
+while [[ $# -gt 0 ]]; do
+    case "$1" in
+        --tree) tree=$2; shift 2 ;;
+        --files) files=$2; shift 2 ;;
+        --folders) folders=$2; shift 2 ;;
+        --rounds) rounds=$2; shift 2 ;;
+        --cold) cold=1; shift ;;
+        *) echo "unknown argument $1" >&2; exit 2 ;;
+    esac
+done
+tree=${tree:-$tree_root/tree-$files-$folders}
+
+sudo_if_needed() { if [[ $(id -u) -eq 0 ]]; then "$@"; else sudo "$@"; fi; }
+missing=()
+command -v fdfind >/dev/null || missing+=(fd-find)
+command -v gdu >/dev/null || missing+=(gdu)
+command -v ncdu >/dev/null || missing+=(ncdu)
+[[ -x /usr/bin/time ]] || missing+=(time)
+if [[ ${#missing[@]} -gt 0 ]]; then
+    sudo_if_needed apt-get update -qq
+    sudo_if_needed env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq "${missing[@]}"
+fi
+
+scripts/build.sh >/dev/null
+mkdir -p "$(dirname "$tree")"
+build/bin/make_tree "$tree" --files "$files" --folders "$folders" --large 300
+
+# Every tool walks the same entries: hidden ones included, 100 MiB and more.
+declare -A commands=(
+    [ravelinth]="build/bin/ravelinth scan $tree --min-size-mb 100 --hidden --print0"
+    [fd]="fdfind -u --type f --size +100Mi . $tree"
+    [find]="find $tree -type f -size +100M"
+    [gdu]="gdu --non-interactive --no-progress $tree"
+    [ncdu]="ncdu -0 -x -o /dev/null $tree"
+)
+tools=(ravelinth fd find gdu ncdu)
+
+kept=$(build/bin/ravelinth scan "$tree" --min-size-mb 100 --hidden --print0 | tr -cd '\0' | wc -c)
+found=$(find "$tree" -type f -size +100M | wc -l)
+echo "tree: $tree ($files files, $folders folders); ravelinth keeps $kept files, find finds $found"
+[[ "$kept" == "$found" ]] || echo "WARNING: the counts differ"
+
+drop_caches() {
+    if [[ $cold -eq 1 ]]; then
+        sync
+        if ! echo 3 >/proc/sys/vm/drop_caches 2>/dev/null; then
+            echo "cannot drop caches here; measuring warm" >&2
+            cold=0
+        fi
+    fi
+}
+
+results=$(mktemp)
+for tool in "${tools[@]}"; do ${commands[$tool]} >/dev/null 2>&1 || true; done # warm up
+for ((round = 1; round <= rounds; round++)); do
+    for tool in "${tools[@]}"; do
+        drop_caches
+        /usr/bin/time -f "$tool %e %M" -o "$results" -a ${commands[$tool]} >/dev/null 2>&1 || true
+    done
+done
+
+python3 - "$results" "$cold" <<'PY'
+import statistics, sys
+times, memory = {}, {}
+for line in open(sys.argv[1]):
+    parts = line.split()
+    if len(parts) != 3 or parts[0].startswith("Command"):
+        continue
+    times.setdefault(parts[0], []).append(float(parts[1]))
+    memory[parts[0]] = max(memory.get(parts[0], 0), int(parts[2]))
+order = ["ravelinth", "fd", "find", "gdu", "ncdu"]
+ours = statistics.median(times["ravelinth"])
+print(f"\n{'cold' if sys.argv[2] == '1' else 'warm'} cache, {len(times['ravelinth'])} rounds")
+print(f"{'tool':<10} {'median s':>9} {'min s':>7} {'peak MiB':>9} {'ravelinth / tool':>17}")
+for tool in order:
+    if tool not in times:
+        continue
+    median = statistics.median(times[tool])
+    print(f"{tool:<10} {median:>9.2f} {min(times[tool]):>7.2f} {memory[tool] / 1024:>9.1f} {ours / median:>17.2f}")
+peers = [statistics.median(times[t]) for t in order[1:] if t in times]
+print(f"\nravelinth / fastest peer: {ours / min(peers):.2f}")
+PY
+rm -f "$results"

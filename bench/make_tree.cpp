@@ -32,12 +32,12 @@ const char *const words[] = {"photos", "project", "backup",  "music",   "notes",
                              "build",  "assets",  "report",  "holiday", "data",   "old",
                              "videos", "docs",    "release", "config",  "lib",    "test",
                              "design", "archive", "scans",   "work",    "family", "games"};
-const char *const specialFolders[] = {"node_modules", ".git", "cache", "Caches", "tmp", "logs",
-                                      "Library", ".local", "target", "Downloads"};
+const char *const specialFolders[] = {"node_modules", ".git",    "cache",  "Caches", "tmp",
+                                      "logs",         "Library", ".local", "target", "Downloads"};
 const char *const smallExtensions[] = {"txt", "jpg", "png", "js",  "json", "md",  "log", "cache",
                                        "so",  "h",   "cpp", "pdf", "mp3",  "xml", "css", ""};
-const char *const largeExtensions[] = {"mp4", "mkv", "iso", "zip", "dmg", "tar", "mov", "img",
-                                       "vmdk", "bin", "gz", "pkg"};
+const char *const largeExtensions[] = {"mp4", "mkv", "iso",  "zip", "dmg", "tar",
+                                       "mov", "img", "vmdk", "bin", "gz",  "pkg"};
 
 template <std::size_t N> const char *pick(Random &random, const char *const (&list)[N]) {
     return list[random.below(N)];
@@ -61,7 +61,8 @@ void makeFile(const std::string &path, long long size) {
 
 int main(int argc, char **argv) {
     if (argc < 2) {
-        std::fprintf(stderr, "usage: make_tree ROOT [--files N] [--folders N] [--large N] [--seed N]\n");
+        std::fprintf(stderr,
+                     "usage: make_tree ROOT [--files N] [--folders N] [--large N] [--seed N]\n");
         return 2;
     }
     std::string root = argv[1];
@@ -79,8 +80,8 @@ int main(int argc, char **argv) {
     }
     const std::string stamp = root + "/.tree-stamp";
     char expected[200];
-    std::snprintf(expected, sizeof expected, "files=%lld folders=%lld large=%lld seed=%lld\n", files,
-                  folders, large, seed);
+    std::snprintf(expected, sizeof expected, "files=%lld folders=%lld large=%lld seed=%lld\n",
+                  files, folders, large, seed);
     if (FILE *existing = std::fopen(stamp.c_str(), "r")) {
         char line[200] = {};
         const bool same = std::fgets(line, sizeof line, existing) && !std::strcmp(line, expected);
@@ -102,8 +103,10 @@ int main(int argc, char **argv) {
     for (long long i = 0; i < folders; ++i) {
         // Parents are drawn from the newest folders more often, which gives long chains as well
         // as wide levels; depth is capped at 12.
-        std::size_t parent = random.chance(50) ? paths.size() - 1 - random.below(std::min<std::size_t>(paths.size(), 50))
-                                               : random.below(paths.size());
+        std::size_t parent =
+            random.chance(50)
+                ? paths.size() - 1 - random.below(std::min<std::size_t>(paths.size(), 50))
+                : random.below(paths.size());
         while (depth[parent] >= 12)
             parent = random.below(paths.size());
         std::string name;
@@ -128,8 +131,10 @@ int main(int argc, char **argv) {
     const long long mebibyte = 1024LL * 1024;
     for (long long i = 0; i < large; ++i) {
         const std::string &folder = paths[random.below(paths.size())];
-        const long long size = 100 * mebibyte + (long long)random.below(std::size_t(8092 * mebibyte));
-        makeFile(folder + "/large_" + std::to_string(i) + "." + pick(random, largeExtensions), size);
+        const long long size =
+            100 * mebibyte + (long long)random.below(std::size_t(8092 * mebibyte));
+        makeFile(folder + "/large_" + std::to_string(i) + "." + pick(random, largeExtensions),
+                 size);
     }
     FILE *out = std::fopen(stamp.c_str(), "w");
     if (!out)

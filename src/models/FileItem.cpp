@@ -1,11 +1,12 @@
 #include "models/FileItem.h"
 
 #include "models/AsciiText.h"
+#include "models/FastUuid.h"
 
 namespace ravelinth {
 
 FileItem FileItem::make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category) {
-    return FileItem{QUuid::createUuid(), std::move(path), size, modifiedMSecs, category};
+    return FileItem{makeFastUuid(), std::move(path), size, modifiedMSecs, category};
 }
 
 QByteArrayView lastPathComponent(QByteArrayView path) {

@@ -5,7 +5,7 @@
 namespace ravelinth {
 
 DisplayedFilesModel::DisplayedFilesModel(const QSet<QUuid> &selection, QObject *parent)
-    : QAbstractListModel(parent), m_selection(selection) {}
+    : QAbstractTableModel(parent), m_selection(selection) {}
 
 void DisplayedFilesModel::publish(QList<FileItem> files, QList<int> rows) {
     beginResetModel();
@@ -16,11 +16,24 @@ void DisplayedFilesModel::publish(QList<FileItem> files, QList<int> rows) {
 
 void DisplayedFilesModel::selectionChanged() {
     if (!m_rows.isEmpty())
-        emit dataChanged(index(0), index(int(m_rows.size()) - 1), {SelectedRole});
+        emit dataChanged(index(0, 0), index(int(m_rows.size()) - 1, columnCountValue - 1),
+                         {SelectedRole});
 }
 
 int DisplayedFilesModel::rowCount(const QModelIndex &parent) const {
     return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int DisplayedFilesModel::columnCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : columnCountValue;
+}
+
+QVariant DisplayedFilesModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    static const QStringList titles{QString(),      u"Name"_qs,     u"Size"_qs,
+                                    u"Category"_qs, u"Modified"_qs, u"Status"_qs};
+    return titles.value(section);
 }
 
 const FileItem *DisplayedFilesModel::fileAt(int row) const {
@@ -33,8 +46,23 @@ QVariant DisplayedFilesModel::data(const QModelIndex &index, int role) const {
     const FileItem *file = fileAt(index.row());
     if (!file)
         return {};
+    if (role == Qt::DisplayRole) {
+        switch (index.column()) {
+        case IconColumn:
+            return file->category.icon();
+        case SizeColumn:
+            return formatByteCount(file->size);
+        case CategoryColumn:
+            return file->category.rawValue();
+        case ModifiedColumn:
+            return file->modifiedDate();
+        case StatusColumn:
+            return file->isSafeToDelete() ? u"Safe"_qs : u"Review"_qs;
+        default:
+            return file->displayName();
+        }
+    }
     switch (role) {
-    case Qt::DisplayRole:
     case NameRole:
         return file->displayName();
     case FileIdRole:

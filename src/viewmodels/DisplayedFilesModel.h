@@ -2,17 +2,18 @@
 
 #include "models/FileItem.h"
 
-#include <QAbstractListModel>
+#include <QAbstractTableModel>
 #include <QList>
 #include <QSet>
 #include <QUuid>
 
 namespace ravelinth {
 
-// The file list as the table shows it: one row per displayed file. The rows are indices into
-// the view model's files, published whole when a query finishes, so a keystroke never makes
-// the table re-read a half-built list.
-class DisplayedFilesModel : public QAbstractListModel {
+// The file list as the table shows it: one row per displayed file, six columns (icon, name,
+// size, category, modified, status); every role answers on every column so a cell can draw
+// from any of them. The rows are indices into the view model's files, published whole when a
+// query finishes, so a keystroke never makes the table re-read a half-built list.
+class DisplayedFilesModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
@@ -38,7 +39,19 @@ public:
     void publish(QList<FileItem> files, QList<int> rows);
     void selectionChanged();
 
+    enum Column {
+        IconColumn,
+        NameColumn,
+        SizeColumn,
+        CategoryColumn,
+        ModifiedColumn,
+        StatusColumn
+    };
+    static constexpr int columnCountValue = 6;
+
     int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 

@@ -31,6 +31,10 @@ struct ScanTask {
 struct QueryAnswer {
     QList<int> rows;
     QList<int> nameRanks;
+    // The rank computation under way for `pendingRanksGeneration`, which a query by name waits
+    // for instead of doing the same work again.
+    QFuture<QList<int>> pendingRanks;
+    quint64 pendingRanksGeneration = ~quint64(0);
     bool skipped = false;
 };
 
@@ -71,11 +75,18 @@ struct RavelinthViewModel::Private {
     DisplayedFilesModel *displayedModel = nullptr;
     // Queries run one at a time off the main thread; only the newest one is published.
     QThreadPool queryPool;
+    // The names' collation order is worked out once per list, beside the queries, so that the
+    // first sort by name does not have to.
+    QThreadPool rankPool;
     std::shared_ptr<std::atomic<quint64>> latestQuery = std::make_shared<std::atomic<quint64>>(0);
     quint64 publishedQuery = 0;
     quint64 filesGeneration = 0;
     quint64 nameRanksGeneration = ~quint64(0);
     QList<int> nameRanks;
+    // The rank computation under way for `pendingRanksGeneration`, which a query by name waits
+    // for instead of doing the same work again.
+    QFuture<QList<int>> pendingRanks;
+    quint64 pendingRanksGeneration = ~quint64(0);
 
     FileListQuery query() const { return {categoryFilter, searchText, sortOption}; }
 };
@@ -84,6 +95,7 @@ RavelinthViewModel::RavelinthViewModel(QObject *parent)
     : QObject(parent), d(std::make_unique<Private>()) {
     d->displayedModel = new DisplayedFilesModel(d->selectedFiles, this);
     d->queryPool.setMaxThreadCount(1);
+    d->rankPool.setMaxThreadCount(1);
     QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
 }
 
@@ -91,6 +103,7 @@ RavelinthViewModel::~RavelinthViewModel() {
     if (d->scannerService)
         d->scannerService->cancel();
     d->queryPool.waitForDone();
+    d->rankPool.waitForDone();
 }
 
 // --- state ---
@@ -215,6 +228,21 @@ void RavelinthViewModel::setFiles(QList<FileItem> files) {
     ++d->filesGeneration;
     emit filesChanged();
     requestDisplayedFiles();
+    if (d->files.size() > 1)
+        precomputeNameRanks();
+}
+
+void RavelinthViewModel::precomputeNameRanks() {
+    const quint64 generation = d->filesGeneration;
+    const QList<FileItem> files = d->files;
+    d->pendingRanks = QtConcurrent::run(&d->rankPool, [files] { return computeNameRanks(files); });
+    d->pendingRanksGeneration = generation;
+    d->pendingRanks.then(this, [this, generation](QList<int> ranks) {
+        if (generation != d->filesGeneration || d->nameRanksGeneration == generation)
+            return;
+        d->nameRanks = std::move(ranks);
+        d->nameRanksGeneration = generation;
+    });
 }
 
 void RavelinthViewModel::setCategoryStats(QList<CategoryStats> stats) {

@@ -158,6 +158,7 @@ private:
     void setCategoryStats(QList<CategoryStats> stats);
     void updateCategoryStats();
     void requestDisplayedFiles();
+    void precomputeNameRanks();
     QFuture<void> refreshDiskInfo();
     QVariant diskInfoForQml() const;
     QVariantMap scanStateForQml() const;

@@ -37,6 +37,16 @@ struct Listing {
     std::vector<unsigned char> types;
 };
 
+// Adds one name to the folder's listing; "." and ".." are not entries.
+void addToListing(Listing &listing, const char *name, unsigned char type) {
+    if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0)))
+        return;
+    listing.offsets.push_back(std::uint32_t(listing.names.size()));
+    listing.types.push_back(type);
+    listing.names.append(name);
+    listing.names.push_back('\0');
+}
+
 #ifdef Q_OS_LINUX
 // The kernel's record; the name follows `d_type` directly.
 struct LinuxDirent64 {
@@ -59,13 +69,8 @@ bool readListing(int fd, std::vector<char> &buffer, Listing &listing) {
         for (long offset = 0; offset < read;) {
             const auto *entry = reinterpret_cast<const LinuxDirent64 *>(buffer.data() + offset);
             offset += entry->d_reclen;
-            const char *name = buffer.data() + offset - entry->d_reclen + direntNameOffset;
-            if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0)))
-                continue;
-            listing.offsets.push_back(std::uint32_t(listing.names.size()));
-            listing.types.push_back(entry->d_type);
-            listing.names.append(name);
-            listing.names.push_back('\0');
+            addToListing(listing, buffer.data() + offset - entry->d_reclen + direntNameOffset,
+                         entry->d_type);
         }
     }
 }
@@ -80,13 +85,7 @@ bool readListing(int fd, std::vector<char> &, Listing &listing) {
         return false;
     }
     while (const dirent *entry = ::readdir(dir)) {
-        const char *name = entry->d_name;
-        if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0)))
-            continue;
-        listing.offsets.push_back(std::uint32_t(listing.names.size()));
-        listing.types.push_back(entry->d_type);
-        listing.names.append(name);
-        listing.names.push_back('\0');
+        addToListing(listing, entry->d_name, entry->d_type);
     }
     ::closedir(dir);
     return true;

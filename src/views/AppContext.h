@@ -1,0 +1,30 @@
+#pragma once
+
+#include "services/FinderService.h"
+#include "viewmodels/NotificationCenter.h"
+
+#include <QObject>
+#include <QVariantList>
+
+namespace ravelinth::views {
+
+// The process-wide pieces that QML reaches without a view model: the notification broadcast
+// that menu commands post to, the file manager and folder chooser, and the preset locations.
+class AppContext : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(ravelinth::NotificationCenter *notifications READ notifications CONSTANT)
+    Q_PROPERTY(ravelinth::FinderService *finder READ finder CONSTANT)
+    // [{name, path, icon, color}] in table order
+    Q_PROPERTY(QVariantList quickAccessLocations READ quickAccessLocations CONSTANT)
+    Q_PROPERTY(QString version READ version CONSTANT)
+
+public:
+    using QObject::QObject;
+
+    NotificationCenter *notifications() const;
+    FinderService *finder() const;
+    QVariantList quickAccessLocations() const;
+    QString version() const;
+};
+
+} // namespace ravelinth::views

@@ -1,5 +1,6 @@
 #include "AppContext.h"
 
+#include "models/PlatformWords.h"
 #include "models/QuickAccessLocation.h"
 #include "services/FinderService.h"
 #include "viewmodels/NotificationCenter.h"
@@ -29,6 +30,14 @@ QVariantList AppContext::quickAccessLocations() const {
 
 QString AppContext::version() const {
     return QStringLiteral(RAVELINTH_VERSION);
+}
+
+QString AppContext::words(const QString &text) const {
+    return PlatformWords::text(text);
+}
+
+QString AppContext::shortcutWords(const QString &keys) const {
+    return PlatformWords::shortcut(keys);
 }
 
 } // namespace ravelinth::views

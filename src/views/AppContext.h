@@ -25,6 +25,11 @@ public:
     FinderService *finder() const;
     QVariantList quickAccessLocations() const;
     QString version() const;
+
+    // A text in this platform's words ("Show in Finder" -> "Show in File Manager" on Linux).
+    Q_INVOKABLE QString words(const QString &text) const;
+    // A shortcut as written in help texts ("⌘ ⇧ A" -> "Ctrl Shift A" on Linux).
+    Q_INVOKABLE QString shortcutWords(const QString &keys) const;
 };
 
 } // namespace ravelinth::views

@@ -8,8 +8,10 @@ const QList<std::pair<QString, QString>> &IconGlyphs::table() {
     static const QList<std::pair<QString, QString>> entries{
         {u"app.badge"_qs, u"apps"_qs},
         {u"arrow.clockwise"_qs, u"refresh"_qs},
+        {u"arrow.down"_qs, u"arrow_downward"_qs},
         {u"arrow.down.circle.fill"_qs, u"download"_qs},
         {u"arrow.down.doc.fill"_qs, u"file_download"_qs},
+        {u"arrow.up"_qs, u"arrow_upward"_qs},
         {u"arrow.up.forward.app"_qs, u"open_in_new"_qs},
         {u"arrow.uturn.backward"_qs, u"undo"_qs},
         {u"bolt.fill"_qs, u"bolt"_qs},
@@ -21,6 +23,7 @@ const QList<std::pair<QString, QString>> &IconGlyphs::table() {
         {u"checkmark.seal.fill"_qs, u"verified"_qs},
         {u"chevron.down"_qs, u"expand_more"_qs},
         {u"chevron.right"_qs, u"chevron_right"_qs},
+        {u"chevron.up"_qs, u"expand_less"_qs},
         {u"circle"_qs, u"radio_button_unchecked"_qs},
         {u"circle.dotted"_qs, u"donut_large"_qs},
         {u"circle.fill"_qs, u"circle"_qs},

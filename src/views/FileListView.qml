@@ -196,11 +196,12 @@ Item {
 
     // --- the context menu and the double-click ---
 
-    function openContextMenu(row) {
+    // `at` is the click's position in this view.
+    function openContextMenu(row, at) {
         contextMenu.file = viewModel.fileIdAt(row)
         contextMenu.selection = viewModel.clickedSet(row)
         contextRow = row
-        contextMenu.popup()
+        contextMenu.popup(at.x, at.y)
     }
 
     function revealClicked(row) {
@@ -458,6 +459,7 @@ Item {
     component Cell: Rectangle {
         id: cell
         required property int row
+        required property int column
         required property var model
         readonly property bool isSelected: model.selected === true
         readonly property bool highlighted: isSelected && table.activeFocus
@@ -466,12 +468,34 @@ Item {
         color: isSelected ? (table.activeFocus ? Theme.accent : Theme.withOpacity(Theme.gray, 0.3))
                           : row % 2 === 1 ? Qt.rgba(0, 0, 0, 0.03) : Theme.textBackground
 
-        Rectangle {
+        // The outline of the row whose menu is open, drawn cell by cell.
+        Item {
             anchors.fill: parent
             visible: root.contextRow === cell.row
-            color: "transparent"
-            border.width: 2
-            border.color: Theme.accent
+            Rectangle {
+                width: parent.width
+                height: 2
+                color: Theme.accent
+            }
+            Rectangle {
+                width: parent.width
+                height: 2
+                anchors.bottom: parent.bottom
+                color: Theme.accent
+            }
+            Rectangle {
+                visible: cell.column === 0
+                width: 2
+                height: parent.height
+                color: Theme.accent
+            }
+            Rectangle {
+                visible: cell.column === root.columnTitles.length - 1
+                width: 2
+                height: parent.height
+                anchors.right: parent.right
+                color: Theme.accent
+            }
         }
 
         MouseArea {
@@ -479,7 +503,7 @@ Item {
             acceptedButtons: Qt.LeftButton | Qt.RightButton
             onPressed: mouse => {
                 if (mouse.button === Qt.RightButton)
-                    root.openContextMenu(cell.row)
+                    root.openContextMenu(cell.row, mapToItem(root, mouse.x, mouse.y))
                 else
                     root.pressRow(cell.row, mouse.modifiers)
             }

@@ -351,4 +351,59 @@ TestCase {
             others += c === 1 ? 0 : view.columnWidths[c]
         compare(view.widthOf(1), Math.max(300, view.table.width - others))
     }
+
+    // Pictures of each state, beside the test binary, to look at.
+    function test_zLooks() {
+        const view = makeList()
+        const vm = view.viewModel
+        const root = testCase.Window.window.contentItem
+        wait(300)
+        grabImage(view).save("filelist-empty.png")
+
+        const folder = createTemporaryObject(folderComponent, testCase)
+        const kinds = ["mov", "zip", "dmg", "iso", "jpg", "flac", "pdf", "bin", "mkv", "tar.gz",
+                       "pkg", "psd", "wav", "epub", "app.zip", "vmdk"]
+        for (let i = 0; i < 64; ++i) {
+            const ext = kinds[i % kinds.length]
+            const dir = ["Movies", "Downloads", "Projects/render", "Music/Library",
+                         "Library/Caches/com.example", "Documents/Reports"][i % 6]
+            folder.file(dir + "/item-" + (i + 1) + "." + ext, (i * 37 % 64 + 1) * 97 * mb,
+                        (i * i * 5000) % (800 * day))
+        }
+        // A big real tree keeps the scan busy long enough to be seen.
+        vm.scanPath = "/usr"
+        vm.startScan()
+        wait(400)
+        grabImage(view).save("filelist-scanning.png")
+        vm.stopScan()
+        tryVerify(() => !vm.isScanning)
+        wait(200)
+        vm.scanPath = folder.root
+        vm.minFileSizeMB = 1
+        vm.startScan()
+        tryVerify(() => vm.scanState.kind === "completed", 10000)
+        tryCompare(vm, "displayedCount", 64, 5000)
+
+        mouseClick(cell(view, 1))
+        mouseClick(cell(view, 3), 10, 10, Qt.LeftButton, Qt.ControlModifier)
+        mouseClick(cell(view, 5), 10, 10, Qt.LeftButton, Qt.ShiftModifier)
+        wait(300)
+        grabImage(view).save("filelist-results.png")
+
+        mouseClick(cell(view, 8), 60, 20, Qt.RightButton)
+        tryCompare(view.contextMenu, "opened", true)
+        wait(300)
+        grabImage(root).save("filelist-menu.png")
+        view.contextMenu.close()
+
+        mouseClick(headerCell(view, 1))
+        tryVerify(() => vm.sortOption === 2)
+        wait(300)
+        grabImage(view).save("filelist-by-name.png")
+
+        vm.searchText = "nothing like this"
+        tryCompare(view.emptyState, "visible", true)
+        wait(300)
+        grabImage(view).save("filelist-nomatch.png")
+    }
 }

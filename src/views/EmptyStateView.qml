@@ -18,6 +18,19 @@ Item {
                                       ? "Select a folder and click 'Start Scan' to find large files"
                                       : "Try adjusting your filters or search query"
 
+    // Between new files arriving and their list being published the table is briefly empty;
+    // saying "No Matching Files" then would be wrong, so nothing is said until the list is in.
+    property bool listPending: false
+    Connections {
+        target: root.viewModel
+        function onFilesChanged() {
+            root.listPending = root.viewModel.fileCount > 0
+        }
+        function onDisplayedFilesChanged() {
+            root.listPending = false
+        }
+    }
+
     implicitWidth: column.implicitWidth + 80
     implicitHeight: column.implicitHeight + 80
 
@@ -26,6 +39,7 @@ Item {
         anchors.centerIn: parent
         width: Math.min(implicitWidth, root.width - 80)
         spacing: 24
+        visible: !(root.kind === "noMatches" && root.listPending)
 
         Item {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -95,6 +95,14 @@ Item {
             onActivated: index => root.viewModel.sortOption = index
             font.pixelSize: 12
             Accessible.name: "Sort by"
+            background: Rectangle {
+                implicitHeight: 24
+                radius: 6
+                color: sortPicker.pressed ? Theme.withOpacity(Theme.gray, 0.2) : Theme.textBackground
+                border.width: sortPicker.visualFocus ? 2 : 1
+                border.color: sortPicker.visualFocus ? Theme.withOpacity(Theme.accent, 0.5)
+                                                     : Theme.withOpacity(Theme.gray, 0.35)
+            }
             delegate: ItemDelegate {
                 required property int index
                 required property string modelData

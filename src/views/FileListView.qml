@@ -29,7 +29,8 @@ Item {
     readonly property var columnTitles: ["", "Name", "Size", "Category", "Modified", "Status"]
     readonly property var columnKeys: ["", "name", "size", "", "modifiedDate", ""]
     readonly property var minimumWidths: [32, 200, 80, 100, 80, 80]
-    property var columnWidths: [32, 300, 100, 120, 100, 100]
+    // "Modified" starts a little wider than the others so "50 minutes ago" fits this face.
+    property var columnWidths: [32, 300, 100, 120, 115, 100]
     readonly property int rowHeight: 36
 
     // The comparator each sort option stands for, in SortOption order.
@@ -363,8 +364,10 @@ Item {
                     onWidthChanged: forceLayout()
                     Keys.onPressed: event => root.handleKey(event)
 
+                    // Always shown when the rows overflow: with a million rows the bar is the map.
                     ScrollBar.vertical: ScrollBar {
-                        policy: ScrollBar.AsNeeded
+                        policy: table.contentHeight > table.height ? ScrollBar.AlwaysOn
+                                                                   : ScrollBar.AlwaysOff
                     }
                     ScrollBar.horizontal: ScrollBar {
                         policy: ScrollBar.AsNeeded

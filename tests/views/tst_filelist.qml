@@ -60,7 +60,7 @@ TestCase {
         vm.startScan()
         tryVerify(() => vm.scanState.kind === "completed", 10000)
         tryCompare(vm, "displayedCount", fileSet.length, 5000)
-        waitForRendering(view)
+        tryVerify(() => view.table.itemAtCell(1, 0) !== null)
     }
 
     function cell(view, row, column) {
@@ -133,13 +133,29 @@ TestCase {
         tryCompare(vm, "displayedCount", fileSet.length)
         verify(!view.emptyState.visible)
 
-        // The toolbar's count and its own "Clear Filters".
+        // The toolbar's count, its search box and its own "Clear Filters".
         const count = findChild(view, "countText")
         compare(count.text, "7 files • " + vm.formatByteCount(vm.totalScannedSize))
-        vm.searchText = "MOV"
+        const search = findChild(view, "searchField")
+        testCase.Window.window.requestActivate()
+        mouseClick(search)
+        keyClick(Qt.Key_M)
+        keyClick(Qt.Key_O)
+        keyClick(Qt.Key_V)
+        compare(vm.searchText, "mov")
         tryCompare(vm, "displayedCount", 1)
         compare(count.text, "1 files • " + vm.formatByteCount(vm.totalScannedSize))
+        const clearSearch = findChild(view, "clearSearch")
+        verify(clearSearch.visible)
+        mouseClick(clearSearch)
+        compare(vm.searchText, "")
+        compare(search.text, "")
+        verify(!clearSearch.visible)
+        tryCompare(vm, "displayedCount", fileSet.length)
+        vm.categoryFilter = "Installers"
+        tryCompare(vm, "displayedCount", 1)
         mouseClick(findChild(view, "toolbarClearFilters"))
+        compare(vm.categoryFilter, "")
         tryCompare(vm, "displayedCount", fileSet.length)
     }
 
@@ -152,7 +168,7 @@ TestCase {
 
         mouseClick(headerCell(view, 2)) // Size: flips to smallest first
         compare(vm.sortOption, 1)
-        tryCompare(names(view), "0", "report.pdf")
+        tryVerify(() => names(view)[0] === "report.pdf")
         mouseClick(headerCell(view, 3)) // Category sorts nothing
         compare(vm.sortOption, 1)
         mouseClick(headerCell(view, 5)) // Status sorts nothing
@@ -339,6 +355,7 @@ TestCase {
         const sizeHeader = headerCell(view, 2)
         const before = sizeHeader.width
         compare(before, 100)
+        compare(headerCell(view, 4).width, 115)
         const grip = findChild(sizeHeader, "grip2")
         mouseDrag(grip, grip.width / 2, grip.height / 2, 60, 0)
         tryCompare(view.columnWidths, "2", 160)

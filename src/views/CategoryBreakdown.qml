@@ -18,7 +18,7 @@ GlassCard {
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "chart.bar.fill"
                 size: 16
-                color: Theme.accent
+                color: Theme.primaryText
             }
             Text {
                 anchors.verticalCenter: parent.verticalCenter

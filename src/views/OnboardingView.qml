@@ -75,6 +75,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
+        radius: 10
         color: Theme.textBackground
     }
 

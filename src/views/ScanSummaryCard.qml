@@ -18,7 +18,7 @@ GlassCard {
             SymbolIcon {
                 symbol: "doc.text.magnifyingglass"
                 size: 16
-                color: Theme.accent
+                color: Theme.primaryText
             }
             Text {
                 text: "Scan Summary"

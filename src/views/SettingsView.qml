@@ -87,6 +87,18 @@ Item {
         Accessible.name: title
     }
 
+    // A check box bound to one stored preference; a click writes it and the box keeps following
+    // the store afterwards.
+    component PreferenceToggle: CheckBox {
+        property string key
+        leftPadding: 0
+        checked: preferences[key]
+        onToggled: {
+            preferences[key] = checked
+            checked = Qt.binding(() => preferences[key])
+        }
+    }
+
     component SectionTitle: Text {
         font.pixelSize: Theme.subheadlineSize
         font.weight: Font.DemiBold
@@ -157,42 +169,37 @@ Item {
                             model: root.sizeChoices.map(choice => choice.label)
                             currentIndex: root.sizeIndex(preferences.defaultMinSizeMB)
                             displayText: currentIndex >= 0 ? currentText : ""
-                            onActivated: index => preferences.defaultMinSizeMB = root.sizeChoices[index].value
+                            onActivated: index => {
+                                preferences.defaultMinSizeMB = root.sizeChoices[index].value
+                                currentIndex = Qt.binding(() => root.sizeIndex(preferences.defaultMinSizeMB))
+                            }
                         }
                     }
-                    CheckBox {
+                    PreferenceToggle {
                         id: hiddenFilesToggle
-                        leftPadding: 0
                         text: "Include hidden files"
-                        checked: preferences.includeHiddenFiles
-                        onToggled: preferences.includeHiddenFiles = checked
+                        key: "includeHiddenFiles"
                     }
-                    CheckBox {
+                    PreferenceToggle {
                         id: systemDirectoriesToggle
-                        leftPadding: 0
                         text: "Skip system directories"
-                        checked: preferences.skipSystemDirectories
-                        onToggled: preferences.skipSystemDirectories = checked
+                        key: "skipSystemDirectories"
                     }
                     SectionTitle {
                         text: "Display"
                     }
-                    CheckBox {
+                    PreferenceToggle {
                         id: binarySizesToggle
-                        leftPadding: 0
                         text: "Show sizes in binary (1024-based)"
-                        checked: preferences.showSizesInBinary
-                        onToggled: preferences.showSizesInBinary = checked
+                        key: "showSizesInBinary"
                     }
                     SectionTitle {
                         text: "Safety"
                     }
-                    CheckBox {
+                    PreferenceToggle {
                         id: confirmDeleteToggle
-                        leftPadding: 0
                         text: "Confirm before moving to trash"
-                        checked: preferences.confirmBeforeDelete
-                        onToggled: preferences.confirmBeforeDelete = checked
+                        key: "confirmBeforeDelete"
                     }
                     Item {
                         Layout.fillHeight: true

@@ -16,6 +16,7 @@ Rectangle {
     property alias allFilesRow: allFilesRow
 
     implicitWidth: 240
+    Layout.minimumWidth: 200
     implicitHeight: 600
     color: Qt.tint(Theme.windowBackground, Theme.withOpacity("#FFFFFF", 0.35))
 

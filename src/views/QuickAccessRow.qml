@@ -55,6 +55,21 @@ Item {
     TapHandler {
         onTapped: root.tapped()
     }
+    activeFocusOnTab: true
+    Keys.onSpacePressed: tapped()
+    Keys.onReturnPressed: tapped()
+    Keys.onEnterPressed: tapped()
+    Rectangle {
+        anchors.fill: parent
+        anchors.topMargin: 1
+        anchors.bottomMargin: 1
+        radius: 7
+        color: "transparent"
+        border.width: 2
+        border.color: Theme.withOpacity(Theme.accent, 0.5)
+        visible: root.activeFocus
+    }
     Accessible.role: Accessible.Button
+    Accessible.onPressAction: tapped()
     Accessible.name: root.location.name !== undefined ? root.location.name : ""
 }

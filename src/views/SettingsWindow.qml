@@ -15,6 +15,11 @@ ApplicationWindow {
     maximumHeight: 350
     color: Theme.windowBackground
     property alias view: loader.item
+    // When opened for a view model's request, closing the window withdraws the request, so the
+    // next request opens it again.
+    property RavelinthViewModel viewModel: null
+
+    onClosing: if (viewModel) viewModel.showSettings = false
 
     Loader {
         id: loader

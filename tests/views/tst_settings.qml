@@ -117,13 +117,24 @@ TestCase {
         compare(page.view.currentTab, 0)
     }
 
-    function test_windowIsFixedSize() {
-        const window = createTemporaryObject(Qt.createComponent("qrc:/Ravelinth/SettingsWindow.qml"), null)
+    Component {
+        id: viewModelComponent
+        RavelinthViewModel {}
+    }
+
+    function test_windowIsFixedSizeAndWithdrawsTheRequestOnClose() {
+        const vm = createTemporaryObject(viewModelComponent, testCase)
+        vm.showSettings = true
+        const window = createTemporaryObject(Qt.createComponent("qrc:/Ravelinth/SettingsWindow.qml"), null,
+                                             { viewModel: vm })
         compare(window.width, 450)
         compare(window.height, 350)
         compare(window.view, null)
         window.show()
         tryVerify(() => window.view !== null)
         compare(window.view.currentTab, 0)
+        window.close()
+        verify(!vm.showSettings)
+        tryVerify(() => window.view === null)
     }
 }

@@ -90,6 +90,12 @@ TestCase {
         wait(300)
         grabImage(sidebar).save("sidebar-filtered.png")
 
+        // Rows answer the keyboard too.
+        sidebar.allFilesRow.forceActiveFocus()
+        keyClick(Qt.Key_Space)
+        compare(vm.categoryFilter, "")
+        mouseClick(videos)
+        compare(vm.categoryFilter, "Videos")
         mouseClick(sidebar.allFilesRow)
         compare(vm.categoryFilter, "")
         verify(sidebar.allFilesRow.isSelected)

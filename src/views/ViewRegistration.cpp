@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "IconCatalog.h"
+#include "TextFormat.h"
 #include "services/FinderService.h"
 #include "viewmodels/FileActions.h"
 #include "viewmodels/NotificationCenter.h"
@@ -27,6 +28,9 @@ void registerViewTypes() {
     qmlRegisterSingletonType<IconCatalog>(
         uri, 1, 0, "Icons",
         [](QQmlEngine *engine, QJSEngine *) -> QObject * { return new IconCatalog(engine); });
+    qmlRegisterSingletonType<TextFormat>(
+        uri, 1, 0, "TextFormat",
+        [](QQmlEngine *engine, QJSEngine *) -> QObject * { return new TextFormat(engine); });
 }
 
 } // namespace ravelinth::views

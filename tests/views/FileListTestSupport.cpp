@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QQmlEngine>
-#include <QTemporaryDir>
 
 #include <unistd.h>
 
@@ -40,25 +39,13 @@ void DesktopRecorder::open(const QUrl &url) {
 namespace {
 
 DesktopRecorder *recorder() {
-    static DesktopRecorder *instance = new DesktopRecorder;
-    return instance;
+    static DesktopRecorder instance;
+    return &instance;
 }
 
-// Runs as the test application starts, before any view: the views read and write settings, the
-// Trash and the desktop, so all of that is pointed at throwaway places for the whole run (GLib
-// reads the data folder once per process, which is why this cannot wait for a test).
-void isolateAndRegister() {
-    static QTemporaryDir home(QCoreApplication::applicationDirPath() + u"/views-home-XXXXXX"_qs);
-    if (!home.isValid())
-        qFatal("cannot make a home folder for the view tests");
-    const QByteArray base = QFile::encodeName(home.path());
-    qputenv("HOME", base);
-    qputenv("XDG_CONFIG_HOME", base + "/.config");
-    qputenv("XDG_DATA_HOME", base + "/.local/share");
-    qputenv("XDG_CACHE_HOME", base + "/.cache");
-    qputenv("RAVELINTH_TEST_ROOT", base + "/trees");
-    // No file manager answers: revealing falls back to opening a folder, which lands below.
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/ravelinth-test-bus");
+// Runs as the test application starts, before any view. The hermetic home comes from
+// TestFiles.cpp; here revealing and opening are caught so that nothing reaches a real desktop.
+void registerTestTypes() {
     QDesktopServices::setUrlHandler(u"file"_qs, recorder(), "open");
 
     qmlRegisterType<TestFolder>("RavelinthTest", 1, 0, "TestFolder");
@@ -69,7 +56,7 @@ void isolateAndRegister() {
         });
 }
 
-Q_COREAPP_STARTUP_FUNCTION(isolateAndRegister)
+Q_COREAPP_STARTUP_FUNCTION(registerTestTypes)
 
 } // namespace
 

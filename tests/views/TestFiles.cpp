@@ -54,6 +54,9 @@ void setUpFixtures() {
     const QByteArray shared = qgetenv("RAVELINTH_SHARED_CONFIG_HOME");
     if (!shared.isEmpty())
         qputenv("XDG_CONFIG_HOME", shared);
+    // No file manager answers: revealing falls back to opening a folder, which the test desktop
+    // records (FileListTestSupport.cpp).
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/ravelinth-test-bus");
     // The program's own names, so the settings land where the program keeps them.
     QCoreApplication::setOrganizationName(u"Ravelinth"_qs);
     QCoreApplication::setApplicationName(u"Ravelinth"_qs);

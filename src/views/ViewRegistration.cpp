@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "IconCatalog.h"
+#include "SelectAllPassThrough.h"
 #include "services/FinderService.h"
 #include "viewmodels/NotificationCenter.h"
 #include "viewmodels/Preferences.h"
@@ -15,6 +16,7 @@ void registerViewTypes() {
     static const char *const uri = "Ravelinth";
     qmlRegisterType<RavelinthViewModel>(uri, 1, 0, "RavelinthViewModel");
     qmlRegisterType<Preferences>(uri, 1, 0, "Preferences");
+    qmlRegisterType<SelectAllPassThrough>(uri, 1, 0, "SelectAllPassThrough");
     qmlRegisterUncreatableType<NotificationCenter>(uri, 1, 0, "NotificationCenter",
                                                    u"Reached through AppContext"_qs);
     qmlRegisterUncreatableType<FinderService>(uri, 1, 0, "FinderService",

@@ -186,6 +186,7 @@ Item {
         y: Math.round((root.height - height) / 2)
         modal: true
         dim: true
+        focus: true
         closePolicy: Popup.CloseOnEscape
         onAboutToShow: onboardingContent.isPresented = true
         onClosed: root.showOnboarding = false
@@ -212,6 +213,7 @@ Item {
         objectName: "errorAlert"
         title: "Error"
         modal: true
+        focus: true
         closePolicy: Popup.CloseOnEscape
         standardButtons: Dialog.Ok
         x: Math.round((root.width - width) / 2)

@@ -39,8 +39,10 @@ ApplicationWindow {
     }
 
     function openSettings() {
-        settingsWindow.show()
-        settingsWindow.raise()
+        if (settingsWindow.visible)
+            settingsWindow.raise()
+        else
+            settingsWindow.show()
         settingsWindow.requestActivate()
     }
 

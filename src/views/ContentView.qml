@@ -20,6 +20,7 @@ Item {
     property alias errorAlert: errorAlert
     property alias onboardingSheet: onboardingSheet
     property alias helpButton: helpButton
+    property alias folderChooser: folderChooser
 
     Preferences {
         id: preferences
@@ -176,7 +177,9 @@ Item {
         }
     }
 
-    FolderChooser {}
+    FolderChooser {
+        id: folderChooser
+    }
 
     // The first-run tour, over the whole window.
     Popup {

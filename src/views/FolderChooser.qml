@@ -4,9 +4,14 @@ import QtQuick.Dialogs
 
 // The folder chooser that answers the finder's requests: folders only, one at a time, starting
 // where the request says. Every request gets exactly one answer, "" when the user cancels.
+//
+// The chooser highlights the first row of every folder it shows and would answer with that row
+// although the user never picked it. So the highlight is dropped whenever a folder is shown:
+// "Open" then chooses the folder being shown, or the row the user clicked.
 FolderDialog {
     id: root
     property bool awaitingAnswer: false
+    property var rowList: null
 
     function localPath(url) {
         const text = url.toString()
@@ -20,12 +25,37 @@ FolderDialog {
         AppContext.finder.completeFolderSelection(path)
     }
 
-    // The chooser reports the highlighted row as the selection even when the user never picked
-    // it; the user's choice is the folder they opened unless they clicked a row inside it.
+    function findRowList(item) {
+        if (!item)
+            return null
+        if (item.objectName === "folderDialogListView")
+            return item
+        for (let i = 0; i < item.children.length; ++i) {
+            const found = findRowList(item.children[i])
+            if (found)
+                return found
+        }
+        return null
+    }
+
+    function forgetHighlight() {
+        if (!rowList && parentWindow)
+            rowList = findRowList(parentWindow.contentItem.parent || parentWindow.contentItem)
+        if (rowList)
+            rowList.currentIndex = -1
+        selectedFolder = currentFolder
+    }
+
+    onCurrentFolderChanged: Qt.callLater(forgetHighlight)
+    onVisibleChanged: if (visible) Qt.callLater(forgetHighlight)
+    Connections {
+        target: root.rowList
+        function onCountChanged() { Qt.callLater(root.forgetHighlight) }
+    }
+
     onAccepted: {
-        const shown = localPath(currentFolder)
         const picked = localPath(selectedFolder)
-        answer(picked !== "" ? picked : shown)
+        answer(picked !== "" ? picked : localPath(currentFolder))
     }
     onRejected: answer("")
 

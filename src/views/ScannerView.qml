@@ -20,6 +20,7 @@ Rectangle {
     property alias minSizeField: minSizeField
     property alias thresholdMenu: thresholdMenu
     property alias scanButton: scanButton
+    property alias browseButton: browseButton
 
     implicitHeight: column.implicitHeight + 32
     radius: 12

@@ -244,4 +244,44 @@ TestCase {
         window.viewModel.showSettings = false
         tryCompare(settings, "visible", false)
     }
+
+    function test_browseChoosesAFolder() {
+        const window = openWindow()
+        const model = window.viewModel
+        const chooser = window.content.folderChooser
+        model.scanPath = "/usr/share"
+        mouseClick(window.content.scannerView.browseButton)
+        tryVerify(() => chooser.visible, 5000)
+        compare(chooser.title, "Select Folder to Scan")
+        compare(String(chooser.currentFolder), "file:///usr/share")
+        const list = findChild(window.contentItem.parent, "folderDialogListView")
+        verify(list)
+        tryVerify(() => list.count > 0, 5000)
+
+        // Open without picking a row chooses the folder being shown, not the first row.
+        wait(100)
+        chooser.accept()
+        tryVerify(() => !chooser.visible, 5000)
+        tryCompare(model, "scanPath", "/usr/share")
+
+        // A row the user picked is the choice.
+        mouseClick(window.content.scannerView.browseButton)
+        tryVerify(() => chooser.visible, 5000)
+        tryVerify(() => list.count > 2, 5000)
+        wait(100)
+        list.currentIndex = 2
+        const picked = list.currentItem.file
+        chooser.accept()
+        tryVerify(() => !chooser.visible, 5000)
+        tryCompare(model, "scanPath", decodeURIComponent(String(picked).substring(7)))
+
+        // Cancelling keeps the path.
+        model.scanPath = "/usr/share"
+        mouseClick(window.content.scannerView.browseButton)
+        tryVerify(() => chooser.visible, 5000)
+        chooser.reject()
+        tryVerify(() => !chooser.visible, 5000)
+        wait(50)
+        compare(model.scanPath, "/usr/share")
+    }
 }

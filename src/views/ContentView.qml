@@ -218,7 +218,6 @@ Item {
         modal: true
         focus: true
         closePolicy: Popup.CloseOnEscape
-        standardButtons: Dialog.Ok
         x: Math.round((root.width - width) / 2)
         y: Math.round((root.height - height) / 2)
         width: Math.min(420, root.width - 80)
@@ -234,12 +233,55 @@ Item {
         }
         onClosed: root.viewModel.errorMessage = ""
 
-        Label {
-            objectName: "errorText"
+        padding: 20
+        topPadding: 12
+        background: Rectangle {
+            radius: 10
+            color: Theme.windowBackground
+            border.width: 1
+            border.color: Theme.withOpacity(Theme.gray, 0.35)
+        }
+        header: Text {
+            text: errorAlert.title
+            font.pixelSize: 15
+            font.bold: true
+            color: Theme.primaryText
+            leftPadding: 20
+            rightPadding: 20
+            topPadding: 18
+        }
+        footer: DialogButtonBox {
+            standardButtons: Dialog.Ok
+            alignment: Qt.AlignRight
+            padding: 12
+            topPadding: 0
+            background: null
+        }
+
+        // Return presses the only button, as in any desktop alert.
+        Shortcut {
+            sequences: ["Return", "Enter"]
+            enabled: errorAlert.opened
+            onActivated: errorAlert.accept()
+        }
+
+        RowLayout {
             width: parent.width
-            text: root.viewModel.errorMessage
-            wrapMode: Text.Wrap
-            font.pixelSize: 13
+            spacing: 12
+            SymbolIcon {
+                symbol: "exclamationmark.triangle.fill"
+                size: 28
+                color: Theme.orange
+                Layout.alignment: Qt.AlignTop
+            }
+            Label {
+                objectName: "errorText"
+                Layout.fillWidth: true
+                text: root.viewModel.errorMessage
+                wrapMode: Text.Wrap
+                font.pixelSize: 13
+                color: Theme.primaryText
+            }
         }
         Connections {
             target: root.viewModel

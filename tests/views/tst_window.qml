@@ -206,7 +206,14 @@ TestCase {
         model.startScan()
         tryCompare(alert, "opened", true)
         verify(findChild(alert, "errorText").text.indexOf("/nonexistent/ravelinth-test") >= 0)
-        alert.close()
+        keyClick(Qt.Key_Return)
+        tryCompare(alert, "visible", false)
+        compare(model.errorMessage, "")
+
+        // Escape dismisses it too, and the message goes with it.
+        model.errorMessage = "Third failure"
+        tryCompare(alert, "opened", true)
+        keyClick(Qt.Key_Escape)
         tryCompare(alert, "visible", false)
         compare(model.errorMessage, "")
     }

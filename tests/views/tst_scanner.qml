@@ -212,6 +212,22 @@ TestCase {
         compare(findChild(strip, "currentFileName").text, "")
     }
 
+    function test_tabWalksTheControlsInReadingOrder() {
+        const page = makeScanner()
+        const view = page.view
+        view.pathField.forceActiveFocus()
+        const order = ["pathField", "browseButton", "minSizeField", "thresholdButton",
+                       "hiddenFilesBox", "scanButton", "quickScan_Home", "quickScan_Downloads"]
+        for (let i = 1; i < order.length; ++i) {
+            keyClick(Qt.Key_Tab)
+            compare(testCase.Window.activeFocusItem.objectName, order[i], "after " + order[i - 1])
+        }
+        // Space on a focused preset button scans that folder.
+        keyClick(Qt.Key_Space)
+        compare(page.viewModel.scanPath, AppContext.quickAccessLocations[1].path)
+        page.viewModel.stopScan()
+    }
+
     function test_zzScreenshot() {
         const page = makeScanner()
         page.viewModel.scanPath = largeFolder

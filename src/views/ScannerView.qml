@@ -155,7 +155,7 @@ Rectangle {
                 TextField {
                     id: minSizeField
                     objectName: "minSizeField"
-                    implicitWidth: 50
+                    implicitWidth: 66 // 50 for the digits, 8 on each side
                     leftPadding: 8
                     rightPadding: 8
                     topPadding: 4

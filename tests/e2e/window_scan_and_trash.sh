@@ -18,8 +18,13 @@ work=$(mktemp -d "${TMPDIR:-/tmp}/ravelinth-e2e.XXXXXX")
 xvfb_pid=""
 app_pid=""
 cleanup() {
-    [ -n "$app_pid" ] && kill "$app_pid" 2>/dev/null || true
+    # Taking the X server away ends the application; dbus-run-session then stops its own bus
+    # daemon, which killing dbus-run-session directly would leave behind.
     [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null || true
+    if [ -n "$app_pid" ]; then
+        for _ in $(seq 50); do kill -0 "$app_pid" 2>/dev/null || break; sleep 0.1; done
+        kill "$app_pid" 2>/dev/null || true
+    fi
     wait 2>/dev/null || true
     rm -rf "$work"
 }

@@ -218,6 +218,26 @@ TestCase {
         compare(model.errorMessage, "")
     }
 
+    Preferences {
+        id: preferences
+    }
+
+    function test_firstLaunchShowsTheTutorialLaterOnesDoNot() {
+        const component = Qt.createComponent("qrc:/Ravelinth/Main.qml")
+        preferences.hasSeenOnboarding = false
+        const first = createTemporaryObject(component, null)
+        verify(first.content.showOnboarding)
+        tryCompare(first.content.onboardingSheet, "opened", true)
+        compare(first.content.selectedTab, "scanner")
+        first.destroy()
+
+        preferences.hasSeenOnboarding = true
+        const later = createTemporaryObject(component, null)
+        verify(!later.content.showOnboarding)
+        wait(100)
+        verify(!later.content.onboardingSheet.visible)
+    }
+
     function test_helpButtonShowsTheTutorialOverADimmedWindow() {
         const window = openWindow()
         const sheet = window.content.onboardingSheet

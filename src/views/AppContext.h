@@ -30,6 +30,13 @@ public:
     Q_INVOKABLE QString words(const QString &text) const;
     // A shortcut as written in help texts ("⌘ ⇧ A" -> "Ctrl Shift A" on Linux).
     Q_INVOKABLE QString shortcutWords(const QString &keys) const;
+
+    // The progress strip's texts: counts with the locale's digit grouping, byte counts in the
+    // program's one format, and the examined file's name, cut when long.
+    Q_INVOKABLE QString formatGroupedInteger(double value) const;
+    Q_INVOKABLE QString formatByteCount(double bytes) const;
+    Q_INVOKABLE QString lastPathComponent(const QString &path) const;
+    Q_INVOKABLE QString shortenedFileName(const QString &name) const;
 };
 
 } // namespace ravelinth::views

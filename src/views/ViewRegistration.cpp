@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "IconCatalog.h"
+#include "SelectAllPassThrough.h"
 #include "TextFormat.h"
 #include "services/FinderService.h"
 #include "viewmodels/FileActions.h"
@@ -18,6 +19,7 @@ void registerViewTypes() {
     qmlRegisterType<RavelinthViewModel>(uri, 1, 0, "RavelinthViewModel");
     qmlRegisterType<Preferences>(uri, 1, 0, "Preferences");
     qmlRegisterType<FileActions>(uri, 1, 0, "FileActions");
+    qmlRegisterType<SelectAllPassThrough>(uri, 1, 0, "SelectAllPassThrough");
     qmlRegisterUncreatableType<NotificationCenter>(uri, 1, 0, "NotificationCenter",
                                                    u"Reached through AppContext"_qs);
     qmlRegisterUncreatableType<FinderService>(uri, 1, 0, "FinderService",

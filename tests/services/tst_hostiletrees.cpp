@@ -169,6 +169,7 @@ private slots:
                 visible << inner << file;
         }
 
+        qInfo("%lld odd names, each as a file and as a folder", qint64(names.size()));
         const Scan all = scan(tree.root(), MiB);
         QVERIFY(all.outcome);
         QCOMPARE(all.filesScanned, 2 * names.size());

@@ -441,9 +441,9 @@ private slots:
                     }
                     break;
                 }
-                if (round % 64 == 0)
+                if (round % 8 == 0)
                     fs::rename(middle, parked, ignored);
-                else if (round % 64 == 32)
+                else if (round % 8 == 4)
                     fs::rename(parked, middle, ignored);
                 ++mutations;
             }
@@ -494,8 +494,9 @@ private slots:
         }
         done = true;
         mutator.join();
-        qInfo("%d scans ran against %lld changes; the leaf of the deep chain was found in %d of them", scans,
-              qint64(mutations), completeChains);
+        qInfo(
+            "%d scans ran against %lld changes; the leaf of the deep chain was found in %d of them",
+            scans, qint64(mutations), completeChains);
         QVERIFY(mutations > 0);
     }
 

@@ -189,18 +189,73 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
         stack.pop_back();
     };
 
+    // Gives the folder at `index` a descriptor again when ".." could not (a folder between it
+    // and its child was moved meanwhile): walks down by name from the nearest ancestor that is
+    // still open, or from the root's path, checking each step against the identity recorded on
+    // the way down. Returns the depth at which the way was lost, or -1 when the folder is back.
+    auto reopenByName = [&](std::size_t index) -> std::ptrdiff_t {
+        std::size_t level = index;
+        while (level > 0 && stack[level].fd < 0)
+            --level;
+        int fd = stack[level].fd;
+        bool borrowed = fd >= 0;
+        if (fd < 0) {
+            fd = ::open(d->rootPath.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+            struct stat info {};
+            if (fd >= 0 && (::fstat(fd, &info) != 0 || info.st_dev != stack[0].device ||
+                            info.st_ino != stack[0].inode)) {
+                ::close(fd);
+                fd = -1;
+            }
+            if (fd < 0)
+                return 0;
+        }
+        while (level < index) {
+            const Frame &parent = stack[level];
+            const Frame &child = stack[level + 1];
+            const qsizetype start = parent.pathLength + (rootIsSlash && level == 0 ? 0 : 1);
+            const QByteArray name = path.mid(start, child.pathLength - start);
+            const int next =
+                ::openat(fd, name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+            if (!borrowed)
+                ::close(fd);
+            borrowed = false;
+            fd = next;
+            ++level;
+            struct stat info {};
+            if (fd >= 0 && (::fstat(fd, &info) != 0 || info.st_dev != child.device ||
+                            info.st_ino != child.inode)) {
+                ::close(fd);
+                fd = -1;
+            }
+            if (fd < 0)
+                return std::ptrdiff_t(level);
+        }
+        stack[index].fd = fd;
+        return -1;
+    };
+
     pushFolder(d->rootFd, path.size());
     d->rootFd = -1; // now owned by the stack
 
     WalkEntry entry;
     bool stopped = false;
     while (!stack.empty() && !stopped) {
-        Frame &frame = stack.back();
-        if (frame.next >= frame.listing.offsets.size() || frame.fd < 0) {
-            // A folder whose descriptor could not be recovered (moved away meanwhile) ends here.
+        if (stack.back().next >= stack.back().listing.offsets.size()) {
             popFolder();
             continue;
         }
+        if (stack.back().fd < 0) {
+            // Everything from the folder that was moved away downwards ends here; its
+            // ancestors and their other entries are still walked.
+            const std::ptrdiff_t lost = reopenByName(stack.size() - 1);
+            if (lost >= 0) {
+                while (stack.size() > std::size_t(lost))
+                    popFolder();
+                continue;
+            }
+        }
+        Frame &frame = stack.back();
         const std::size_t index = frame.next++;
         const char *name = frame.listing.names.data() + frame.listing.offsets[index];
         const qsizetype nameLength = qsizetype(std::strlen(name));

@@ -1,6 +1,6 @@
 #include "platform/DirectoryWalker.h"
 
-#include "platform/PseudoFileSystems.h"
+#include "platform/FolderListing.h"
 
 #include <QList>
 
@@ -19,89 +19,6 @@
 #endif
 
 namespace ravelinth::platform {
-
-namespace {
-
-// Open descriptors kept along the current branch. Deeper folders close their far ancestors and
-// come back to them through "..", checked against the device and inode recorded on the way down.
-constexpr std::size_t descriptorBudget = 96;
-
-qint64 toMSecs(const struct timespec &time) {
-    return qint64(time.tv_sec) * 1000 + qint64(time.tv_nsec) / 1000000;
-}
-
-// A folder's entries as read in one go, so the descriptor is needed only to examine them.
-struct Listing {
-    std::string names; // each name followed by a NUL
-    std::vector<std::uint32_t> offsets;
-    std::vector<unsigned char> types;
-};
-
-// Adds one name to the folder's listing; "." and ".." are not entries.
-void addToListing(Listing &listing, const char *name, unsigned char type) {
-    if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0)))
-        return;
-    listing.offsets.push_back(std::uint32_t(listing.names.size()));
-    listing.types.push_back(type);
-    listing.names.append(name);
-    listing.names.push_back('\0');
-}
-
-#ifdef Q_OS_LINUX
-// The kernel's record; the name follows `d_type` directly.
-struct LinuxDirent64 {
-    ino64_t d_ino;
-    off64_t d_off;
-    unsigned short d_reclen;
-    unsigned char d_type;
-};
-constexpr std::size_t direntNameOffset = offsetof(LinuxDirent64, d_type) + 1;
-
-bool readListing(int fd, std::vector<char> &buffer, Listing &listing) {
-    for (;;) {
-        const long read = ::syscall(SYS_getdents64, fd, buffer.data(), buffer.size());
-        if (read < 0 && errno == EINTR)
-            continue;
-        if (read < 0)
-            return false;
-        if (read == 0)
-            return true;
-        for (long offset = 0; offset < read;) {
-            const auto *entry = reinterpret_cast<const LinuxDirent64 *>(buffer.data() + offset);
-            offset += entry->d_reclen;
-            addToListing(listing, buffer.data() + offset - entry->d_reclen + direntNameOffset,
-                         entry->d_type);
-        }
-    }
-}
-#else
-bool readListing(int fd, std::vector<char> &, Listing &listing) {
-    const int copy = ::dup(fd);
-    if (copy < 0)
-        return false;
-    DIR *dir = ::fdopendir(copy);
-    if (!dir) {
-        ::close(copy);
-        return false;
-    }
-    while (const dirent *entry = ::readdir(dir)) {
-        addToListing(listing, entry->d_name, entry->d_type);
-    }
-    ::closedir(dir);
-    return true;
-}
-#endif
-
-struct Frame {
-    int fd = -1;
-    dev_t device = 0;
-    ino_t inode = 0;
-    qsizetype pathLength = 0; // length of this folder's path in the shared path buffer
-    Listing listing;
-    std::size_t next = 0;
-};
-
-} // namespace
 
 struct DirectoryWalker::Private {
     QByteArray rootPath;
@@ -143,69 +60,29 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
     std::vector<Frame> stack;
 
     auto pushFolder = [&](int fd, qsizetype pathLength) {
-        struct stat info {};
-        if (::fstat(fd, &info) != 0 || isPseudoFileSystem(fd)) {
-            ::close(fd);
-            return;
-        }
         Frame frame;
-        frame.fd = fd;
-        frame.device = info.st_dev;
-        frame.inode = info.st_ino;
-        frame.pathLength = pathLength;
-        if (!readListing(fd, d->buffer, frame.listing)) {
-            ::close(fd);
+        if (!openFrame(fd, pathLength, d->buffer, frame))
             return;
-        }
         stack.push_back(std::move(frame));
-        // Keep the descriptors of the nearest ancestors only.
-        if (stack.size() > descriptorBudget) {
-            Frame &far = stack[stack.size() - descriptorBudget - 1];
-            if (far.fd >= 0) {
-                ::close(far.fd);
-                far.fd = -1;
-            }
-        }
-    };
-
-    // Before leaving a folder, give its parent a descriptor again if it lost it.
-    auto popFolder = [&] {
-        Frame &top = stack.back();
-        if (stack.size() >= 2) {
-            Frame &parent = stack[stack.size() - 2];
-            if (parent.fd < 0 && top.fd >= 0) {
-                const int fd = ::openat(top.fd, "..", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-                struct stat info {};
-                if (fd >= 0 && ::fstat(fd, &info) == 0 && info.st_dev == parent.device &&
-                    info.st_ino == parent.inode) {
-                    parent.fd = fd;
-                } else if (fd >= 0) {
-                    ::close(fd);
-                }
-            }
-        }
-        if (top.fd >= 0)
-            ::close(top.fd);
-        stack.pop_back();
+        trimDescriptors(stack);
     };
 
     pushFolder(d->rootFd, path.size());
     d->rootFd = -1; // now owned by the stack
 
     WalkEntry entry;
-    bool stopped = false;
-    while (!stack.empty() && !stopped) {
+    while (!stack.empty()) {
         Frame &frame = stack.back();
-        if (frame.next >= frame.listing.offsets.size() || frame.fd < 0) {
+        if (frame.next >= frame.listing.size() || frame.fd < 0) {
             // A folder whose descriptor could not be recovered (moved away meanwhile) ends here.
-            popFolder();
+            popFrame(stack);
             continue;
         }
         const std::size_t index = frame.next++;
-        const char *name = frame.listing.names.data() + frame.listing.offsets[index];
-        const qsizetype nameLength = qsizetype(std::strlen(name));
-        if (d->options.skipHiddenEntries && name[0] == '.')
+        const char *name = frame.listing.name(index);
+        if (d->options.skipHiddenEntries && isHiddenName(name))
             continue;
+        const qsizetype nameLength = qsizetype(std::strlen(name));
 
         path.truncate(frame.pathLength);
         if (!(rootIsSlash && frame.pathLength == 1))
@@ -217,28 +94,10 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
         if (d->options.isPruned && d->options.isPruned(entry.path, entry.name))
             continue;
 
-        const unsigned char type = frame.listing.types[index];
-        entry.isDirectory = type == DT_DIR;
-        entry.hasAttributes = false;
-        entry.size = 0;
-        entry.modifiedMSecs = 0;
-        if (type != DT_DIR) {
-            struct stat info {};
-            if (::fstatat(frame.fd, name, &info, AT_SYMLINK_NOFOLLOW) == 0) {
-                entry.hasAttributes = true;
-                entry.isDirectory = S_ISDIR(info.st_mode);
-                entry.size = qint64(info.st_size);
-                entry.modifiedMSecs = toMSecs(info.st_mtim);
-            }
-        } else {
-            entry.hasAttributes = true;
-        }
-
+        examineEntry(frame, index, entry);
         const WalkDecision decision = visit(entry);
-        if (decision == WalkDecision::stop) {
-            stopped = true;
+        if (decision == WalkDecision::stop)
             break;
-        }
         if (entry.isDirectory && decision == WalkDecision::proceed) {
             const int fd =
                 ::openat(frame.fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
@@ -247,7 +106,7 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
         }
     }
     while (!stack.empty())
-        popFolder();
+        popFrame(stack);
 }
 
 bool pathExists(const QByteArray &path) {

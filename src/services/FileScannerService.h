@@ -36,8 +36,8 @@ using ScanOutcome = Expected<ScanResult, FileScannerError>;
 // (files counted so far, bytes counted so far, display path of the current file)
 using ScanProgressHandler = std::function<void(qint64, qint64, const QString &)>;
 
-// Walks one folder tree on a worker thread of its own and keeps the files at or above the
-// configured size.
+// Walks one folder tree on worker threads of its own and keeps the files at or above the
+// configured size. However many threads walk, the result is that of one depth-first walk.
 //
 // scan() returns at once. The future finishes with the ScanResult (or the error) once the walk
 // is done; continue it on the main thread with `future.then(context, ...)`. Every 100 counted
@@ -53,6 +53,9 @@ class FileScannerService : public QObject {
 
 public:
     explicit FileScannerService(QObject *parent = nullptr);
+    // `walkThreads` walkers share the tree; 1 walks it on the scan's thread alone. The result is
+    // the same for any number.
+    explicit FileScannerService(int walkThreads, QObject *parent = nullptr);
     ~FileScannerService() override;
 
     QFuture<ScanOutcome> scan(QByteArray path, ScanConfiguration configuration,
@@ -64,6 +67,7 @@ public:
     qint64 filesScanned() const;
     qint64 bytesScanned() const;
 
+    static int defaultWalkThreads();
     static const QList<QByteArray> &alwaysSkippedNames();
     static const QList<QByteArray> &systemSkippedNames();
 

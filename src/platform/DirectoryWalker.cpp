@@ -59,15 +59,15 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
     const bool rootIsSlash = path == "/";
     std::vector<Frame> stack;
 
-    auto pushFolder = [&](int fd, qsizetype pathLength) {
+    auto pushFolder = [&](int fd, qsizetype pathLength, std::optional<dev_t> parentDevice) {
         Frame frame;
-        if (!openFrame(fd, pathLength, d->buffer, frame))
+        if (!openFrame(fd, pathLength, d->buffer, frame, parentDevice))
             return;
         stack.push_back(std::move(frame));
         trimDescriptors(stack);
     };
 
-    pushFolder(d->rootFd, path.size());
+    pushFolder(d->rootFd, path.size(), std::nullopt);
     d->rootFd = -1; // now owned by the stack
 
     WalkEntry entry;
@@ -102,7 +102,7 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
             const int fd =
                 ::openat(frame.fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
             if (fd >= 0)
-                pushFolder(fd, path.size());
+                pushFolder(fd, path.size(), frame.device);
         }
     }
     while (!stack.empty())

@@ -82,9 +82,11 @@ bool readListing(int fd, std::vector<char> &, Listing &listing) {
 }
 #endif
 
-bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame) {
+bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
+               std::optional<dev_t> parentDevice) {
     struct stat info {};
-    if (::fstat(fd, &info) != 0 || isPseudoFileSystem(fd)) {
+    if (::fstat(fd, &info) != 0 ||
+        ((!parentDevice || *parentDevice != info.st_dev) && isPseudoFileSystem(fd))) {
         ::close(fd);
         return false;
     }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -39,8 +40,10 @@ struct Frame {
 };
 
 // Makes a frame of the open folder `fd` (taking the descriptor), or closes it and returns false
-// when the folder lies on a pseudo file system or cannot be read.
-bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame);
+// when the folder lies on a pseudo file system or cannot be read. `parentDevice` is the device of
+// the folder holding it, if any: a folder on its parent's device needs no file-system check.
+bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
+               std::optional<dev_t> parentDevice = std::nullopt);
 
 // Keeps the descriptors of the nearest `descriptorBudget` frames only.
 void trimDescriptors(std::vector<Frame> &stack);

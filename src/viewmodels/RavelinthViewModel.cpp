@@ -30,13 +30,10 @@ struct ScanTask {
 
 struct QueryAnswer {
     QList<int> rows;
-    QList<int> nameRanks;
-    // The rank computation under way for `pendingRanksGeneration`, which a query by name waits
-    // for instead of doing the same work again.
-    QFuture<QList<int>> pendingRanks;
-    quint64 pendingRanksGeneration = ~quint64(0);
     bool skipped = false;
 };
+
+using SharedOrders = std::shared_ptr<const FileListOrders>;
 
 QList<CategoryStats> largestFirst(QList<CategoryStats> stats) {
     std::stable_sort(
@@ -56,7 +53,9 @@ struct RavelinthViewModel::Private {
     std::optional<DiskInfo> diskInfo;
     ScanState scanState;
     QList<FileItem> files;
-    QSet<QUuid> selectedFiles;
+    FileSelection selection;
+    // The selection read as identifiers, built when first asked for after a change.
+    mutable std::optional<QSet<QUuid>> selectedIds;
     QList<CategoryStats> categoryStats;
     QString scanPath = QDir::homePath();
     double minFileSizeMB = 100.0;
@@ -75,27 +74,25 @@ struct RavelinthViewModel::Private {
     DisplayedFilesModel *displayedModel = nullptr;
     // Queries run one at a time off the main thread; only the newest one is published.
     QThreadPool queryPool;
-    // The names' collation order is worked out once per list, beside the queries, so that the
-    // first sort by name does not have to.
-    QThreadPool rankPool;
+    // The list's orders are worked out once per list, beside the queries: sizes and dates at
+    // once, then the names' collation, which is slow. A query that needs them waits for them
+    // there instead of doing the same work again.
+    QThreadPool orderPool;
     std::shared_ptr<std::atomic<quint64>> latestQuery = std::make_shared<std::atomic<quint64>>(0);
     quint64 publishedQuery = 0;
     quint64 filesGeneration = 0;
-    quint64 nameRanksGeneration = ~quint64(0);
-    QList<int> nameRanks;
-    // The rank computation under way for `pendingRanksGeneration`, which a query by name waits
-    // for instead of doing the same work again.
-    QFuture<QList<int>> pendingRanks;
-    quint64 pendingRanksGeneration = ~quint64(0);
+    QFuture<SharedOrders> baseOrders;  // for filesGeneration
+    QFuture<SharedOrders> namedOrders; // for filesGeneration
+    SharedOrders orders;               // the best known for filesGeneration, or none
 
     FileListQuery query() const { return {categoryFilter, searchText, sortOption}; }
 };
 
 RavelinthViewModel::RavelinthViewModel(QObject *parent)
     : QObject(parent), d(std::make_unique<Private>()) {
-    d->displayedModel = new DisplayedFilesModel(d->selectedFiles, this);
+    d->displayedModel = new DisplayedFilesModel(d->selection, this);
     d->queryPool.setMaxThreadCount(1);
-    d->rankPool.setMaxThreadCount(1);
+    d->orderPool.setMaxThreadCount(1);
     QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
 }
 
@@ -103,7 +100,7 @@ RavelinthViewModel::~RavelinthViewModel() {
     if (d->scannerService)
         d->scannerService->cancel();
     d->queryPool.waitForDone();
-    d->rankPool.waitForDone();
+    d->orderPool.waitForDone();
 }
 
 // --- state ---
@@ -118,10 +115,16 @@ const QList<FileItem> &RavelinthViewModel::files() const {
     return d->files;
 }
 const QSet<QUuid> &RavelinthViewModel::selectedFiles() const {
-    return d->selectedFiles;
+    if (!d->selectedIds)
+        d->selectedIds = d->selection.identifiers(d->files);
+    return *d->selectedIds;
 }
 void RavelinthViewModel::setSelectedFiles(QSet<QUuid> selection) {
-    d->selectedFiles = std::move(selection);
+    d->selection.assign(d->filesGeneration, d->files, selection);
+    selectionChanged();
+}
+void RavelinthViewModel::selectionChanged() {
+    d->selectedIds.reset();
     d->displayedModel->selectionChanged();
     emit selectedFilesChanged();
 }
@@ -209,7 +212,7 @@ int RavelinthViewModel::fileCount() const {
     return int(d->files.size());
 }
 int RavelinthViewModel::selectedCount() const {
-    return int(d->selectedFiles.size());
+    return int(d->selection.count());
 }
 int RavelinthViewModel::displayedCount() const {
     return d->displayedModel->rowCount();
@@ -224,25 +227,47 @@ void RavelinthViewModel::setScanState(ScanState state) {
 }
 
 void RavelinthViewModel::setFiles(QList<FileItem> files) {
+    // The selection follows the files it names into the new list.
+    const QSet<QUuid> selected =
+        d->selection.count() > 0 ? d->selection.identifiers(d->files) : QSet<QUuid>();
     d->files = std::move(files);
     ++d->filesGeneration;
+    const bool selectionMoved = d->selection.count() > 0;
+    d->selection.assign(d->filesGeneration, d->files, selected);
+    d->selectedIds.reset();
+    computeOrders();
     emit filesChanged();
+    if (selectionMoved)
+        emit selectedFilesChanged();
     requestDisplayedFiles();
-    if (d->files.size() > 1)
-        precomputeNameRanks();
 }
 
-void RavelinthViewModel::precomputeNameRanks() {
+void RavelinthViewModel::computeOrders() {
     const quint64 generation = d->filesGeneration;
     const QList<FileItem> files = d->files;
-    d->pendingRanks = QtConcurrent::run(&d->rankPool, [files] { return computeNameRanks(files); });
-    d->pendingRanksGeneration = generation;
-    d->pendingRanks.then(this, [this, generation](QList<int> ranks) {
-        if (generation != d->filesGeneration || d->nameRanksGeneration == generation)
-            return;
-        d->nameRanks = std::move(ranks);
-        d->nameRanksGeneration = generation;
+    d->orders.reset();
+    auto base = std::make_shared<QPromise<SharedOrders>>();
+    auto named = std::make_shared<QPromise<SharedOrders>>();
+    d->baseOrders = base->future();
+    d->namedOrders = named->future();
+    base->start();
+    named->start();
+    d->orderPool.start([files, base, named] {
+        auto orders = std::make_shared<FileListOrders>(computeFileListOrders(files));
+        base->addResult(SharedOrders(std::make_shared<FileListOrders>(*orders)));
+        base->finish();
+        if (files.size() > 1)
+            addNameOrder(*orders, files);
+        named->addResult(SharedOrders(std::move(orders)));
+        named->finish();
     });
+    const auto keep = [this, generation](const SharedOrders &orders) {
+        if (generation == d->filesGeneration &&
+            (!d->orders || d->orders->byName.size() < orders->byName.size()))
+            d->orders = orders;
+    };
+    d->baseOrders.then(this, keep);
+    d->namedOrders.then(this, keep);
 }
 
 void RavelinthViewModel::setCategoryStats(QList<CategoryStats> stats) {
@@ -253,21 +278,22 @@ void RavelinthViewModel::setCategoryStats(QList<CategoryStats> stats) {
 // --- the list query ---
 
 QList<FileItem> RavelinthViewModel::displayedFiles() const {
-    const QList<int> ranks =
-        d->nameRanksGeneration == d->filesGeneration ? d->nameRanks : QList<int>{};
+    const QList<int> rows = d->orders ? queryFileList(d->files, d->query(), *d->orders)
+                                      : queryFileList(d->files, d->query());
     QList<FileItem> shown;
-    for (int index : queryFileList(d->files, d->query(), ranks))
+    shown.reserve(rows.size());
+    for (int index : rows)
         shown.append(d->files[index]);
     return shown;
 }
 
 QList<FileItem> RavelinthViewModel::selectedFileItems() const {
     QList<FileItem> selected;
-    if (d->selectedFiles.isEmpty())
+    if (d->selection.count() == 0)
         return selected;
-    for (const FileItem &file : d->files) {
-        if (d->selectedFiles.contains(file.id))
-            selected.append(file);
+    for (qsizetype i = 0; i < d->files.size(); ++i) {
+        if (d->selection.contains(i))
+            selected.append(d->files[i]);
     }
     return selected;
 }
@@ -299,45 +325,53 @@ void RavelinthViewModel::requestDisplayedFiles() {
     const FileListQuery query = d->query();
     const bool byName = query.sortOption == SortOption::nameAscending ||
                         query.sortOption == SortOption::nameDescending;
-    const QList<int> ranks =
-        d->nameRanksGeneration == filesGeneration ? d->nameRanks : QList<int>{};
+    const QFuture<SharedOrders> orders = byName ? d->namedOrders : d->baseOrders;
     const auto latest = d->latestQuery;
 
-    QtConcurrent::run(&d->queryPool, [files, query, ranks, byName, generation, latest]() {
+    QtConcurrent::run(&d->queryPool, [files, query, orders, generation, latest]() {
         QueryAnswer answer;
         // A newer question is already queued: this answer would be dropped.
         if (*latest != generation) {
             answer.skipped = true;
             return answer;
         }
-        answer.nameRanks = byName && ranks.size() != files.size() ? computeNameRanks(files) : ranks;
-        answer.rows = queryFileList(files, query, answer.nameRanks);
+        answer.rows = queryFileList(files, query, *QFuture<SharedOrders>(orders).result());
         return answer;
     }).then(this, [this, files, generation, filesGeneration](QueryAnswer answer) {
-        if (filesGeneration == d->filesGeneration && !answer.nameRanks.isEmpty()) {
-            d->nameRanks = answer.nameRanks;
-            d->nameRanksGeneration = filesGeneration;
-        }
         if (answer.skipped || generation != *d->latestQuery)
             return;
-        d->displayedModel->publish(files, std::move(answer.rows));
+        d->displayedModel->publish(files, std::move(answer.rows), filesGeneration);
         d->publishedQuery = generation;
         emit displayedFilesChanged();
     });
 }
 
-void RavelinthViewModel::selectAll() {
-    QSet<QUuid> all;
-    if (d->publishedQuery == *d->latestQuery) {
-        const QList<int> &rows = d->displayedModel->rows();
-        all.reserve(rows.size());
-        for (int row = 0; row < rows.size(); ++row)
-            all.insert(d->displayedModel->fileAt(row)->id);
-    } else {
-        for (const FileItem &file : displayedFiles())
-            all.insert(file.id);
+int RavelinthViewModel::fileIndexOfRow(int row) const {
+    const int index = d->displayedModel->fileIndexAt(row);
+    if (index < 0 || d->displayedModel->generation() == d->filesGeneration)
+        return index;
+    // The table still shows the list before the last change: find the row's file by identity.
+    const QUuid id = d->displayedModel->fileAt(row)->id;
+    for (qsizetype i = 0; i < d->files.size(); ++i) {
+        if (d->files[i].id == id)
+            return int(i);
     }
-    setSelectedFiles(std::move(all));
+    return -1;
+}
+
+void RavelinthViewModel::selectAll() {
+    d->selection.reset(d->filesGeneration, d->files.size());
+    if (d->publishedQuery == *d->latestQuery &&
+        d->displayedModel->generation() == d->filesGeneration) {
+        for (int index : d->displayedModel->rows())
+            d->selection.set(index, true);
+    } else {
+        const QList<int> rows = d->orders ? queryFileList(d->files, d->query(), *d->orders)
+                                          : queryFileList(d->files, d->query());
+        for (int index : rows)
+            d->selection.set(index, true);
+    }
+    selectionChanged();
 }
 
 // --- disk information ---
@@ -492,11 +526,6 @@ void RavelinthViewModel::moveToTrash(const FileItem &file) {
         QList<FileItem> remaining = d->files;
         remaining.removeIf([&](const FileItem &entry) { return entry.id == id; });
         setFiles(std::move(remaining));
-        if (d->selectedFiles.contains(id)) {
-            QSet<QUuid> selection = d->selectedFiles;
-            selection.remove(id);
-            setSelectedFiles(std::move(selection));
-        }
         refreshDiskInfo().then(this, [this] { updateCategoryStats(); });
     });
 }
@@ -533,32 +562,30 @@ void RavelinthViewModel::clearSelection() {
 }
 
 void RavelinthViewModel::selectOnly(int row) {
-    if (const FileItem *file = d->displayedModel->fileAt(row))
-        setSelectedFiles({file->id});
+    const int index = fileIndexOfRow(row);
+    if (index < 0)
+        return;
+    d->selection.reset(d->filesGeneration, d->files.size());
+    d->selection.set(index, true);
+    selectionChanged();
 }
 
 void RavelinthViewModel::toggleSelected(int row) {
-    const FileItem *file = d->displayedModel->fileAt(row);
-    if (!file)
+    const int index = fileIndexOfRow(row);
+    if (index < 0)
         return;
-    QSet<QUuid> selection = d->selectedFiles;
-    if (!selection.remove(file->id))
-        selection.insert(file->id);
-    setSelectedFiles(std::move(selection));
+    d->selection.set(index, !d->selection.contains(index));
+    selectionChanged();
 }
 
 void RavelinthViewModel::selectRange(int fromRow, int toRow) {
-    QSet<QUuid> selection = d->selectedFiles;
-    for (int row = std::min(fromRow, toRow); row <= std::max(fromRow, toRow); ++row) {
-        if (const FileItem *file = d->displayedModel->fileAt(row))
-            selection.insert(file->id);
-    }
-    setSelectedFiles(std::move(selection));
+    for (int row = std::min(fromRow, toRow); row <= std::max(fromRow, toRow); ++row)
+        d->selection.set(fileIndexOfRow(row), true);
+    selectionChanged();
 }
 
 bool RavelinthViewModel::isRowSelected(int row) const {
-    const FileItem *file = d->displayedModel->fileAt(row);
-    return file && d->selectedFiles.contains(file->id);
+    return d->selection.contains(fileIndexOfRow(row));
 }
 
 QString RavelinthViewModel::fileIdAt(int row) const {
@@ -571,7 +598,7 @@ QStringList RavelinthViewModel::clickedSet(int row) const {
     if (!clicked)
         return {};
     QStringList ids;
-    if (!d->selectedFiles.contains(clicked->id))
+    if (!d->selection.contains(fileIndexOfRow(row)))
         return {clicked->id.toString(QUuid::WithoutBraces)};
     for (const FileItem &file : selectedFileItems())
         ids.append(file.id.toString(QUuid::WithoutBraces));

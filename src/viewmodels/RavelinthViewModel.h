@@ -158,7 +158,9 @@ private:
     void setCategoryStats(QList<CategoryStats> stats);
     void updateCategoryStats();
     void requestDisplayedFiles();
-    void precomputeNameRanks();
+    void computeOrders();
+    void selectionChanged();
+    int fileIndexOfRow(int row) const;
     QFuture<void> refreshDiskInfo();
     QVariant diskInfoForQml() const;
     QVariantMap scanStateForQml() const;

@@ -143,11 +143,20 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
     for (QCollatorSortKey &key : second.result())
         keys.push_back(std::move(key));
 
-    std::vector<int> order(size_t(files.size()));
-    for (size_t i = 0; i < order.size(); ++i)
-        order[i] = int(i);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](int a, int b) { return keys[size_t(a)].compare(keys[size_t(b)]) < 0; });
+    // Each half sorted on a core of its own, then merged; the merge takes from the first half on
+    // ties, so the whole stays stable.
+    const auto before = [&](int a, int b) { return keys[size_t(a)].compare(keys[size_t(b)]) < 0; };
+    std::vector<int> indices(size_t(files.size()));
+    for (size_t i = 0; i < indices.size(); ++i)
+        indices[i] = int(i);
+    const auto middle = indices.begin() + half;
+    QFuture<void> sorted =
+        QtConcurrent::run([&] { std::stable_sort(middle, indices.end(), before); });
+    std::stable_sort(indices.begin(), middle, before);
+    sorted.waitForFinished();
+    std::vector<int> order(indices.size());
+    std::merge(indices.begin(), middle, middle, indices.end(), order.begin(), before);
+    indices = {};
     QList<int> ranks(files.size());
     int rank = 0;
     for (size_t i = 0; i < order.size(); ++i) {

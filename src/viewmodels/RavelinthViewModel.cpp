@@ -262,9 +262,13 @@ void RavelinthViewModel::computeOrders() {
         named->finish();
     });
     const auto keep = [this, generation](const SharedOrders &orders) {
-        if (generation == d->filesGeneration &&
-            (!d->orders || d->orders->byName.size() < orders->byName.size()))
+        if (generation != d->filesGeneration)
+            return;
+        if (!d->orders || d->orders->byName.size() < orders->byName.size())
             d->orders = orders;
+        // The full orders serve every query from now on; the first copy can go.
+        if (!d->orders->nameRanks.isEmpty() || d->files.size() <= 1)
+            d->baseOrders = d->namedOrders;
     };
     d->baseOrders.then(this, keep);
     d->namedOrders.then(this, keep);
@@ -283,7 +287,7 @@ QList<FileItem> RavelinthViewModel::displayedFiles() const {
     QList<FileItem> shown;
     shown.reserve(rows.size());
     for (int index : rows)
-        shown.append(d->files[index]);
+        shown.append(std::as_const(d->files)[index]);
     return shown;
 }
 
@@ -293,21 +297,21 @@ QList<FileItem> RavelinthViewModel::selectedFileItems() const {
         return selected;
     for (qsizetype i = 0; i < d->files.size(); ++i) {
         if (d->selection.contains(i))
-            selected.append(d->files[i]);
+            selected.append(std::as_const(d->files)[i]);
     }
     return selected;
 }
 
 qint64 RavelinthViewModel::totalScannedSize() const {
     qint64 total = 0;
-    for (const FileItem &file : d->files)
+    for (const FileItem &file : std::as_const(d->files))
         total = checkedAdd(total, file.size);
     return total;
 }
 
 qint64 RavelinthViewModel::potentialSavings() const {
     qint64 total = 0;
-    for (const FileItem &file : d->files) {
+    for (const FileItem &file : std::as_const(d->files)) {
         if (countsAsSavings(file))
             total = checkedAdd(total, file.size);
     }
@@ -353,7 +357,7 @@ int RavelinthViewModel::fileIndexOfRow(int row) const {
     // The table still shows the list before the last change: find the row's file by identity.
     const QUuid id = d->displayedModel->fileAt(row)->id;
     for (qsizetype i = 0; i < d->files.size(); ++i) {
-        if (d->files[i].id == id)
+        if (std::as_const(d->files)[i].id == id)
             return int(i);
     }
     return -1;

@@ -16,7 +16,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <deque>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -161,9 +160,13 @@ private:
     bool m_scheduled = false;
 };
 
-// What the walkers share: the counters behind the progress reports and the stop. Every counted
-// file passes through one lock, so the counts, the reports and the point of a stop come in one
-// order whatever the number of walkers.
+// What the walkers share: the counters behind the progress reports, the stop, and the kept
+// files. Every counted file passes through one lock, so the counts, the reports and the point of
+// a stop come in one order whatever the number of walkers.
+//
+// The kept files go into one list, in the order they were counted; the walkers remember where
+// theirs went, so that the walk order can be restored in place at the end. One list, not one per
+// walker copied together at the end, keeps a million kept files from needing their size twice.
 class ScanCounter {
 public:
     ScanCounter(std::atomic<bool> &cancelRequested, std::atomic<bool> &abandoned,
@@ -175,11 +178,15 @@ public:
                m_abandoned.load(std::memory_order_relaxed);
     }
 
-    // Counts one sized file; false when the walk has already been stopped, so it is not counted.
-    bool count(const platform::WalkEntry &entry) {
+    static constexpr qsizetype notKept = -1;
+    static constexpr qsizetype stopped = -2;
+
+    // Counts one sized file and keeps `item` if there is one. Answers where the item went,
+    // notKept without one, or stopped when the walk has already been stopped (nothing counted).
+    qsizetype count(const platform::WalkEntry &entry, std::optional<FileItem> item) {
         std::lock_guard lock(m_mutex);
         if (m_stopped.load(std::memory_order_relaxed))
-            return false;
+            return stopped;
         m_files = checkedAdd(m_files, 1);
         m_bytes = checkedAdd(m_bytes, entry.size);
         if (m_files % 100 == 0) {
@@ -188,11 +195,19 @@ public:
             if (m_cancelRequested)
                 m_stopped = true;
         }
-        return true;
+        if (!item)
+            return notKept;
+        CategoryStats &stats = m_categories[item->category.index()];
+        stats.fileCount = checkedAdd(stats.fileCount, 1);
+        stats.totalSize = checkedAdd(stats.totalSize, item->size);
+        m_kept.append(std::move(*item));
+        return m_kept.size() - 1;
     }
 
     qint64 files() const { return m_files; }
     qint64 bytes() const { return m_bytes; }
+    QList<FileItem> &kept() { return m_kept; }
+    const CategoryStatsTable &categories() const { return m_categories; }
 
 private:
     std::atomic<bool> &m_cancelRequested;
@@ -202,36 +217,53 @@ private:
     std::atomic<bool> m_stopped{false};
     qint64 m_files = 0;
     qint64 m_bytes = 0;
-};
-
-// The files one walker kept, in the order it met them. A deque grows without moving what it
-// holds, so a million kept files never need twice their size at once.
-struct KeptFiles {
-    std::deque<FileItem> files;
-    std::array<std::pair<qint64, qint64>, ScanCategory::count> categories{}; // count, size
+    QList<FileItem> m_kept;
+    CategoryStatsTable m_categories = makeEmptyCategoryStatsTable();
 };
 
 platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &counter,
-                               qint64 minFileSizeBytes, KeptFiles &kept) {
+                               qint64 minFileSizeBytes, std::vector<std::uint32_t> &keptAt) {
     if (counter.isStopped())
         return {platform::WalkDecision::stop, false};
     if (!entry.hasAttributes)
         return {platform::WalkDecision::skipDescendants, false};
     if (entry.isDirectory)
         return {platform::WalkDecision::proceed, false};
-    if (!counter.count(entry))
+    std::optional<FileItem> item;
+    if (entry.size >= minFileSizeBytes) {
+        const ScanCategory category = ScanCategory::isInCacheDirectory(entry.path)
+                                          ? ScanCategory(ScanCategory::cache)
+                                          : ScanCategory::from(fileExtensionOf(entry.name));
+        item = FileItem::make(entry.path.toByteArray(), entry.size, entry.modifiedMSecs, category);
+    }
+    const qsizetype at = counter.count(entry, std::move(item));
+    if (at == ScanCounter::stopped)
         return {platform::WalkDecision::stop, false};
-    if (entry.size < minFileSizeBytes)
+    if (at == ScanCounter::notKept)
         return {platform::WalkDecision::proceed, false};
-    const ScanCategory category = ScanCategory::isInCacheDirectory(entry.path)
-                                      ? ScanCategory(ScanCategory::cache)
-                                      : ScanCategory::from(fileExtensionOf(entry.name));
-    kept.files.push_back(
-        FileItem::make(entry.path.toByteArray(), entry.size, entry.modifiedMSecs, category));
-    auto &[count, size] = kept.categories[size_t(category.index())];
-    count = checkedAdd(count, 1);
-    size = checkedAdd(size, entry.size);
+    keptAt.push_back(std::uint32_t(at));
     return {platform::WalkDecision::proceed, true};
+}
+
+// Puts `files[order[k]]` at place k for every k, moving each file once; `order` is used up.
+void permuteInPlace(QList<FileItem> &files, std::vector<std::uint32_t> &order) {
+    constexpr std::uint32_t done = UINT32_MAX;
+    for (std::uint32_t start = 0; start < order.size(); ++start) {
+        if (order[start] == done || order[start] == start) {
+            order[start] = done;
+            continue;
+        }
+        FileItem held = std::move(files[start]);
+        std::uint32_t at = start;
+        while (order[at] != start) {
+            const std::uint32_t from = order[at];
+            files[at] = std::move(files[from]);
+            order[at] = done;
+            at = from;
+        }
+        files[at] = std::move(held);
+        order[at] = done;
+    }
 }
 
 } // namespace
@@ -263,8 +295,9 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             options.isPruned = makeScanPruning(configuration.skipSystemDirectories);
             ScanCounter counter(state->cancelRequested, state->abandoned, report);
             const int workers = state->walkThreads;
-            std::vector<KeptFiles> kept(static_cast<size_t>(workers));
-            std::vector<platform::EmittedRun> order;
+            // For each walker, where each file it kept went in the counter's list.
+            std::vector<std::vector<std::uint32_t>> keptAt(static_cast<size_t>(workers));
+            std::vector<platform::EmittedRun> runs;
 
             auto opened = [&path](platform::WalkOpenResult result) -> std::optional<ScanOutcome> {
                 switch (result) {
@@ -284,10 +317,10 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 if (auto failure = opened(walker.open()))
                     return *failure;
                 walker.walk([&](const platform::WalkEntry &entry) {
-                    return visitEntry(entry, counter, configuration.minFileSizeBytes, kept[0])
+                    return visitEntry(entry, counter, configuration.minFileSizeBytes, keptAt[0])
                         .decision;
                 });
-                order.push_back({0, 0, std::uint32_t(kept[0].files.size())});
+                runs.push_back({0, 0, std::uint32_t(keptAt[0].size())});
             } else {
                 platform::ParallelDirectoryWalker walker(path, options, workers);
                 if (auto failure = opened(walker.open()))
@@ -295,7 +328,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 const platform::ParallelDirectoryWalker::Visit visit =
                     [&](int worker, const platform::WalkEntry &entry) {
                         return visitEntry(entry, counter, configuration.minFileSizeBytes,
-                                          kept[size_t(worker)]);
+                                          keptAt[size_t(worker)]);
                     };
                 QList<QFuture<void>> others;
                 for (int worker = 1; worker < workers; ++worker) {
@@ -306,7 +339,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 walker.runWorker(0, visit);
                 for (QFuture<void> &other : others)
                     other.waitForFinished();
-                order = walker.emittedInWalkOrder();
+                runs = walker.emittedInWalkOrder();
             }
             state->filesScanned = counter.files();
             state->bytesScanned = counter.bytes();
@@ -316,31 +349,30 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
 
             ScanResult result;
             result.duration = double(clock.nsecsElapsed()) / 1e9;
-            result.categoryStats = makeEmptyCategoryStatsTable();
-            for (const KeptFiles &share : kept) {
-                for (size_t i = 0; i < share.categories.size(); ++i) {
-                    CategoryStats &stats = result.categoryStats[i];
-                    stats.fileCount = checkedAdd(stats.fileCount, share.categories[i].first);
-                    stats.totalSize = checkedAdd(stats.totalSize, share.categories[i].second);
-                }
-            }
+            result.categoryStats = counter.categories();
+            QList<FileItem> &files = counter.kept();
+        files.squeeze();
 
             // Largest first; equal sizes keep the order of a single depth-first walk.
-            std::vector<std::pair<qint64, FileItem *>> bySize;
-            for (const platform::EmittedRun &run : order) {
-                std::deque<FileItem> &files = kept[run.worker].files;
+            std::vector<std::pair<qint64, std::uint32_t>> bySize;
+            bySize.reserve(size_t(files.size()));
+            for (const platform::EmittedRun &run : runs) {
+                const std::vector<std::uint32_t> &places = keptAt[run.worker];
                 for (std::uint32_t i = run.start; i < run.start + run.count; ++i)
-                    bySize.emplace_back(files[i].size, &files[i]);
+                    bySize.emplace_back(files[places[i]].size, places[i]);
             }
+            keptAt = {};
             for (const auto &entry : bySize)
                 result.totalSize = checkedAdd(result.totalSize, entry.first);
             std::stable_sort(bySize.begin(), bySize.end(),
                              [](const auto &a, const auto &b) { return a.first > b.first; });
-            result.files.reserve(qsizetype(bySize.size()));
-            for (const auto &entry : bySize)
-                result.files.append(std::move(*entry.second));
+            std::vector<std::uint32_t> order(bySize.size());
+            for (size_t i = 0; i < order.size(); ++i)
+                order[i] = bySize[i].second;
             bySize = {};
-            kept.clear();
+            permuteInPlace(files, order);
+            files.squeeze();
+            result.files = std::move(files);
             result.scannedPath = path;
             result.timestamp = QDateTime::currentDateTimeUtc();
             return result;

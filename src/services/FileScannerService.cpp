@@ -63,6 +63,11 @@ struct FileScannerService::Private {
 };
 
 int FileScannerService::defaultWalkThreads() {
+    // For measuring: RAVELINTH_SCAN_THREADS=1 walks on one thread, as it used to.
+    bool ok = false;
+    const int chosen = qEnvironmentVariableIntValue("RAVELINTH_SCAN_THREADS", &ok);
+    if (ok && chosen > 0)
+        return std::min(chosen, 64);
     // Two walkers nearly halve a scan even on two cores, as the time goes to system calls; past
     // a few, they only contend for the same folders' locks.
     return std::clamp(QThread::idealThreadCount(), 2, 4);

@@ -4,6 +4,7 @@
 #include "platform/DirectoryWalker.h"
 #include "platform/ParallelDirectoryWalker.h"
 #include "platform/StandardLocations.h"
+#include "platform/ThreadPriority.h"
 #include "services/ScanPruning.h"
 
 #include <QDateTime>
@@ -51,6 +52,7 @@ const QList<QByteArray> &FileScannerService::systemSkippedNames() {
 
 struct FileScannerService::Private {
     int walkThreads = 1;
+    std::atomic<bool> yieldsToInterface{false};
     QThreadPool pool;
     // Runs the walk's workers besides the one on `pool`'s thread.
     QThreadPool walkPool;
@@ -88,6 +90,10 @@ FileScannerService::FileScannerService(int walkThreads, QObject *parent)
 FileScannerService::~FileScannerService() {
     d->abandoned = true;
     d->pool.waitForDone();
+}
+
+void FileScannerService::setYieldsToInterface(bool yields) {
+    d->yieldsToInterface = yields;
 }
 
 void FileScannerService::cancel() {
@@ -302,6 +308,9 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             options.isPruned = makeScanPruning(configuration.skipSystemDirectories);
             ScanCounter counter(state->cancelRequested, state->abandoned, report);
             const int workers = state->walkThreads;
+            const bool yields = state->yieldsToInterface;
+            if (yields)
+                platform::yieldToInteractiveThreads();
             // For each walker, where each file it kept went in the counter's list.
             std::vector<std::vector<std::uint32_t>> keptAt(static_cast<size_t>(workers));
             std::vector<platform::EmittedRun> runs;
@@ -339,9 +348,12 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                     };
                 QList<QFuture<void>> others;
                 for (int worker = 1; worker < workers; ++worker) {
-                    others.append(QtConcurrent::run(&state->walkPool, [&walker, &visit, worker] {
-                        walker.runWorker(worker, visit);
-                    }));
+                    others.append(
+                        QtConcurrent::run(&state->walkPool, [&walker, &visit, worker, yields] {
+                            if (yields)
+                                platform::yieldToInteractiveThreads();
+                            walker.runWorker(worker, visit);
+                        }));
                 }
                 walker.runWorker(0, visit);
                 for (QFuture<void> &other : others)
@@ -358,7 +370,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             result.duration = double(clock.nsecsElapsed()) / 1e9;
             result.categoryStats = counter.categories();
             QList<FileItem> &files = counter.kept();
-        files.squeeze();
+            files.squeeze();
 
             // Largest first; equal sizes keep the order of a single depth-first walk.
             std::vector<std::pair<qint64, std::uint32_t>> bySize;

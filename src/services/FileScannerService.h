@@ -60,6 +60,9 @@ public:
 
     QFuture<ScanOutcome> scan(QByteArray path, ScanConfiguration configuration,
                               ScanProgressHandler progressHandler = {});
+    // Behind a window: the walk's threads then give way to the interface's whenever it wants the
+    // processor, and take every cycle it leaves. Off by default (a command line has no window).
+    void setYieldsToInterface(bool yields);
     void cancel();
 
     // The walk's counters: every sized non-directory entry met, kept or not. Read them once the

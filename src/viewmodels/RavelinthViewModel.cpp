@@ -425,6 +425,7 @@ void RavelinthViewModel::startScan() {
     setSelectedFiles({});
 
     auto scanner = std::make_shared<FileScannerService>();
+    scanner->setYieldsToInterface(true);
     d->scannerService = scanner;
     ScanConfiguration configuration;
     configuration.minFileSizeBytes = thresholdBytes(d->minFileSizeMB);

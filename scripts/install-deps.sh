@@ -15,9 +15,10 @@ PACKAGES=(
     qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
     qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtquick-shapes
     qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel qml6-module-qt-labs-settings
+    qml6-module-qt-labs-qmlmodels
     qml6-module-qttest libqt6quicktest6 libqt6svg6
     fonts-material-design-icons-iconfont fonts-noto-color-emoji fonts-dejavu-core
-    xvfb xauth dbus libglib2.0-bin trash-cli e2fsprogs util-linux
+    xvfb xauth dbus libglib2.0-bin trash-cli e2fsprogs util-linux xdotool
 )
 
 missing=()

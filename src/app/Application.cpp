@@ -1,24 +1,54 @@
 #include "Application.h"
 
+#include "ViewRegistration.h"
+
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <QTimer>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(RavelinthPlugin)
 
 namespace ravelinth::app {
 
+namespace {
+
+// RAVELINTH_SCREENSHOT=out.png saves the window as it looks after RAVELINTH_SCREENSHOT_DELAY
+// milliseconds (default 1500) and quits: how the window is checked on a machine without a
+// screen (QT_QPA_PLATFORM=offscreen).
+void scheduleScreenshot(QQmlApplicationEngine &engine) {
+    const QString path = qEnvironmentVariable("RAVELINTH_SCREENSHOT");
+    if (path.isEmpty())
+        return;
+    bool ok = false;
+    int delay = qEnvironmentVariableIntValue("RAVELINTH_SCREENSHOT_DELAY", &ok);
+    if (!ok)
+        delay = 1500;
+    QTimer::singleShot(delay, &engine, [&engine, path] {
+        const auto roots = engine.rootObjects();
+        auto *window = roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
+        const bool saved = window && window->grabWindow().save(path);
+        QCoreApplication::exit(saved ? 0 : 1);
+    });
+}
+
+} // namespace
+
 int runApplication(int argc, char **argv) {
     QGuiApplication app(argc, argv);
     QGuiApplication::setOrganizationName(u"Ravelinth"_qs);
     QGuiApplication::setApplicationName(u"Ravelinth"_qs);
+    QGuiApplication::setApplicationDisplayName(u"Ravelinth"_qs);
 
+    views::registerViewTypes();
     QQmlApplicationEngine engine;
     engine.addImportPath(u"qrc:/"_qs);
     QObject::connect(
         &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
         [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
     engine.load(QUrl(u"qrc:/Ravelinth/Main.qml"_qs));
+    scheduleScreenshot(engine);
     return QGuiApplication::exec();
 }
 

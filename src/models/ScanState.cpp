@@ -1,24 +1,11 @@
 #include "models/ScanState.h"
 
 #include "models/ByteCountFormatter.h"
+#include "models/ProgressText.h"
 
 namespace ravelinth {
 
 namespace {
-
-// What a last-path-component operation gives for a path string: "" for "", "/" for "/",
-// and trailing slashes ignored.
-QString lastComponent(const QString &path) {
-    if (path.isEmpty())
-        return {};
-    qsizetype end = path.size();
-    while (end > 1 && path[end - 1] == u'/')
-        --end;
-    const QStringView trimmed = QStringView(path).first(end);
-    if (trimmed == u"/")
-        return trimmed.toString();
-    return trimmed.sliced(trimmed.lastIndexOf(u'/') + 1).toString();
-}
 
 template <class... Ts> struct Overloaded : Ts... { using Ts::operator()...; };
 
@@ -29,7 +16,7 @@ QString ScanState::statusMessage() const {
         Overloaded{
             [](const scanstate::Idle &) { return u"Ready to scan"_qs; },
             [](const scanstate::Scanning &s) {
-                return u"Scanning: "_qs + lastComponent(s.currentFile) + u"\nFiles: "_qs +
+                return u"Scanning: "_qs + lastPathComponentText(s.currentFile) + u"\nFiles: "_qs +
                        formatGroupedInteger(s.filesScanned) + u" \u2022 "_qs +
                        formatByteCount(s.bytesScanned);
             },

@@ -1,5 +1,6 @@
 #include "platform/FileManager.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFile>
@@ -17,13 +18,34 @@ QStringList fileUris(const QList<QByteArray> &paths) {
     return uris;
 }
 
-void openFolder(const QByteArray &path) {
+namespace {
+
+// The desktop's default application for the item, asked without waiting for it.
+void openWithDesktop(const QByteArray &path) {
     if (qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
         QDesktopServices::openUrl(QUrl(fileUris({path}).constFirst()));
         return;
     }
     // Without a GUI application (the command line) the desktop's opener is asked directly.
     QProcess::startDetached(u"xdg-open"_qs, {QFile::decodeName(path)});
+}
+
+} // namespace
+
+void openFolder(const QByteArray &path) {
+    openWithDesktop(path);
+}
+
+void openFile(const QByteArray &path) {
+    openWithDesktop(path);
+}
+
+void copyTextToClipboard(const QString &text) {
+    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        return;
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setText(text);
 }
 
 } // namespace ravelinth::platform

@@ -2,6 +2,7 @@
 
 #include "models/ByteCountFormatter.h"
 #include "models/CheckedMath.h"
+#include "models/RelativeDateFormatter.h"
 #include "services/DiskInfoService.h"
 #include "services/FileScannerService.h"
 #include "services/FinderService.h"
@@ -635,6 +636,12 @@ QStringList RavelinthViewModel::pathsOf(const QStringList &fileIds) const {
 
 QString RavelinthViewModel::formatByteCount(double bytes) const {
     return ravelinth::formatByteCount(qint64(bytes));
+}
+
+QString RavelinthViewModel::formatRelativeDate(double msecsSinceEpoch) const {
+    return ravelinth::formatRelativeDate(
+        QDateTime::fromMSecsSinceEpoch(qint64(msecsSinceEpoch), QTimeZone::utc()),
+        QDateTime::currentDateTimeUtc());
 }
 
 QString RavelinthViewModel::sortOptionName(int option) const {

@@ -132,6 +132,8 @@ public:
     Q_INVOKABLE QStringList pathsOf(const QStringList &fileIds) const; // display paths
 
     Q_INVOKABLE QString formatByteCount(double bytes) const;
+    // A modification time (milliseconds since the epoch) in words relative to now: "2 days ago".
+    Q_INVOKABLE QString formatRelativeDate(double msecsSinceEpoch) const;
     Q_INVOKABLE QString sortOptionName(int option) const;
 
     QStringList sortOptionNames() const;

@@ -1,3 +1,5 @@
+#include "ViewRegistration.h"
+
 #include <QQmlEngine>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest>
@@ -8,6 +10,7 @@ class Setup : public QObject {
     Q_OBJECT
 
 public slots:
+    void applicationAvailable() { ravelinth::views::registerViewTypes(); }
     void qmlEngineAvailable(QQmlEngine *engine) { engine->addImportPath(u"qrc:/"_qs); }
 };
 

@@ -1,0 +1,71 @@
+import QtQuick
+import Ravelinth
+import QtQuick.Layouts
+
+// One category's share of the scanned size, as a bar that grows from the left when it appears.
+RowLayout {
+    id: root
+    property var stat: ({})
+    property real percentage: 0
+    property real animatedWidth: 0
+    readonly property color tint: stat.color !== undefined ? stat.color : Theme.gray
+
+    spacing: 8
+
+    Behavior on animatedWidth {
+        SpringAnimation {
+            spring: 4
+            damping: 0.5
+            epsilon: 0.05
+        }
+    }
+    // The bar starts empty and grows a moment after it is shown.
+    Timer {
+        interval: 100
+        running: true
+        onTriggered: root.animatedWidth = Qt.binding(() => root.percentage)
+    }
+
+    SymbolIcon {
+        Layout.preferredWidth: 20
+        symbol: root.stat.icon !== undefined ? root.stat.icon : ""
+        size: 14
+        color: root.tint
+    }
+    Text {
+        Layout.preferredWidth: 80
+        text: root.stat.category !== undefined ? root.stat.category : ""
+        font.pixelSize: 13
+        color: Theme.primaryText
+        elide: Text.ElideRight
+    }
+    Rectangle {
+        id: track
+        Layout.fillWidth: true
+        Layout.preferredHeight: 8
+        radius: 4
+        color: Theme.withOpacity(root.tint, 0.15)
+        Rectangle {
+            objectName: "fill"
+            height: parent.height
+            width: Math.max(0, Math.min(track.width, track.width * root.animatedWidth / 100))
+            radius: 4
+            color: root.tint
+        }
+    }
+    Column {
+        Layout.preferredWidth: 80
+        spacing: 2
+        Text {
+            text: TextFormat.byteCount(root.stat.totalSize !== undefined ? root.stat.totalSize : 0)
+            font.pixelSize: 12
+            font.weight: Font.Medium
+            color: Theme.primaryText
+        }
+        Text {
+            text: (root.stat.fileCount !== undefined ? root.stat.fileCount : 0) + " files"
+            font.pixelSize: 10
+            color: Theme.secondaryText
+        }
+    }
+}

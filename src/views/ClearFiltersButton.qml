@@ -1,0 +1,49 @@
+import QtQuick
+import Ravelinth
+
+// "Clear Filters": empties the search text and the category filter.
+Rectangle {
+    id: root
+    property RavelinthViewModel viewModel
+
+    function trigger() {
+        if (!viewModel)
+            return
+        viewModel.searchText = ""
+        viewModel.categoryFilter = ""
+    }
+
+    implicitWidth: row.implicitWidth + 16
+    implicitHeight: 24
+    radius: 6
+    color: tap.pressed ? Theme.withOpacity(Theme.gray, 0.2) : Theme.textBackground
+    border.width: 1
+    border.color: Theme.withOpacity(Theme.gray, 0.35)
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Button
+    Accessible.name: "Clear Filters"
+    Accessible.onPressAction: trigger()
+    Keys.onSpacePressed: trigger()
+
+    Row {
+        id: row
+        anchors.centerIn: parent
+        spacing: 4
+        SymbolIcon {
+            symbol: "xmark.circle"
+            size: 14
+            color: Theme.primaryText
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        Text {
+            text: "Clear Filters"
+            font.pixelSize: 12
+            color: Theme.primaryText
+            anchors.verticalCenter: parent.verticalCenter
+        }
+    }
+    TapHandler {
+        id: tap
+        onTapped: root.trigger()
+    }
+}

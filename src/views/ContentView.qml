@@ -1,0 +1,291 @@
+import QtQuick
+import Ravelinth
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// The window's content: the sidebar beside the detail column (header bar with the tabs, then the
+// dashboard or the scanner tab), the first-run sheet and the error alert. Owns the one view
+// model of the process.
+Item {
+    id: root
+    property RavelinthViewModel viewModel: RavelinthViewModel {}
+    property string selectedTab: "scanner" // "dashboard" or "scanner"
+    property bool sidebarVisible: true
+    property bool showOnboarding: false
+    readonly property var tabs: [
+        { tab: "dashboard", title: "Dashboard", icon: "gauge.with.dots.needle.bottom.50percent" },
+        { tab: "scanner", title: "Scanner", icon: "doc.text.magnifyingglass" }
+    ]
+    property alias scannerView: scannerView
+    property alias errorAlert: errorAlert
+    property alias onboardingSheet: onboardingSheet
+    property alias helpButton: helpButton
+    property alias folderChooser: folderChooser
+
+    Preferences {
+        id: preferences
+    }
+    Component.onCompleted: {
+        showOnboarding = !preferences.hasSeenOnboarding
+        errorAlert.follow()
+    }
+    onShowOnboardingChanged: showOnboarding ? onboardingSheet.open() : onboardingSheet.close()
+
+    SplitView {
+        anchors.fill: parent
+        orientation: Qt.Horizontal
+        handle: Rectangle {
+            implicitWidth: 1
+            color: Theme.divider
+        }
+
+        SidebarView {
+            viewModel: root.viewModel
+            visible: root.sidebarVisible
+            SplitView.preferredWidth: 240
+            SplitView.minimumWidth: 200
+            SplitView.maximumWidth: 360
+        }
+
+        ColumnLayout {
+            SplitView.fillWidth: true
+            spacing: 0
+
+            Rectangle {
+                id: headerBar
+                Layout.fillWidth: true
+                implicitHeight: headerRow.implicitHeight + 20
+                color: Theme.material
+
+                RowLayout {
+                    id: headerRow
+                    anchors.fill: parent
+                    anchors.leftMargin: 16
+                    anchors.rightMargin: 16
+                    anchors.topMargin: 10
+                    anchors.bottomMargin: 10
+                    spacing: 12
+
+                    DiagonalGradientRectangle {
+                        implicitWidth: 32
+                        implicitHeight: 32
+                        radius: 8
+                        SymbolIcon {
+                            anchors.centerIn: parent
+                            symbol: "internaldrive"
+                            size: 16
+                            color: "white"
+                            font.weight: Font.DemiBold
+                        }
+                    }
+                    Column {
+                        spacing: 2
+                        Text {
+                            text: "Ravelinth"
+                            font.pixelSize: 18
+                            font.bold: true
+                            color: Theme.primaryText
+                        }
+                        Text {
+                            text: "v" + AppContext.version
+                            font.pixelSize: 11
+                            font.weight: Font.Medium
+                            color: Theme.secondaryText
+                        }
+                    }
+                    Row {
+                        Layout.leftMargin: 12
+                        spacing: 4
+                        Repeater {
+                            model: root.tabs
+                            TabButton {
+                                required property var modelData
+                                objectName: "tab_" + modelData.tab
+                                title: modelData.title
+                                icon: modelData.icon
+                                isSelected: root.selectedTab === modelData.tab
+                                action: function () { root.selectedTab = modelData.tab }
+                            }
+                        }
+                    }
+                    Item {
+                        Layout.fillWidth: true
+                    }
+                    CompactDiskUsage {
+                        visible: root.viewModel.diskInfo !== null
+                        diskInfo: root.viewModel.diskInfo
+                    }
+                    AbstractButton {
+                        id: helpButton
+                        objectName: "helpButton"
+                        implicitWidth: 28
+                        implicitHeight: 28
+                        hoverEnabled: true
+                        focusPolicy: Qt.TabFocus
+                        onClicked: root.showOnboarding = true
+                        ToolTip.visible: hovered
+                        ToolTip.delay: 600
+                        ToolTip.text: "Show Tutorial"
+                        Accessible.name: "Show Tutorial"
+                        contentItem: SymbolIcon {
+                            symbol: "questionmark.circle"
+                            size: 16
+                            color: Theme.secondaryText
+                        }
+                        background: Rectangle {
+                            radius: 14
+                            color: helpButton.hovered ? Theme.withOpacity(Theme.gray, 0.12)
+                                                      : "transparent"
+                            border.width: helpButton.visualFocus ? 2 : 0
+                            border.color: Theme.withOpacity(Theme.accent, 0.5)
+                        }
+                    }
+                }
+            }
+            Rectangle {
+                Layout.fillWidth: true
+                Layout.preferredHeight: 1
+                color: Theme.divider
+            }
+            StackLayout {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                currentIndex: root.selectedTab === "dashboard" ? 0 : 1
+                DashboardView {
+                    viewModel: root.viewModel
+                }
+                ColumnLayout {
+                    spacing: 0
+                    ScannerView {
+                        id: scannerView
+                        viewModel: root.viewModel
+                        Layout.fillWidth: true
+                        Layout.margins: 16
+                    }
+                    Rectangle {
+                        Layout.fillWidth: true
+                        Layout.preferredHeight: 1
+                        color: Theme.divider
+                    }
+                    FileListView {
+                        viewModel: root.viewModel
+                        Layout.fillWidth: true
+                        Layout.fillHeight: true
+                    }
+                }
+            }
+        }
+    }
+
+    FolderChooser {
+        id: folderChooser
+    }
+
+    // The first-run tour, over the whole window.
+    Popup {
+        id: onboardingSheet
+        objectName: "onboardingSheet"
+        x: Math.round((root.width - width) / 2)
+        y: Math.round((root.height - height) / 2)
+        modal: true
+        dim: true
+        focus: true
+        closePolicy: Popup.CloseOnEscape
+        onAboutToShow: onboardingContent.isPresented = true
+        onClosed: root.showOnboarding = false
+        padding: 0
+        Overlay.modal: Rectangle {
+            color: "#66000000"
+        }
+        background: Rectangle {
+            radius: 12
+            color: Theme.windowBackground
+            border.width: 1
+            border.color: Theme.divider
+        }
+        contentItem: OnboardingView {
+            id: onboardingContent
+            onIsPresentedChanged: if (!isPresented) root.showOnboarding = false
+        }
+    }
+
+    // Every failure the view model reports. A new message while the alert is up replaces its
+    // text; closing the alert in any way clears the message.
+    Dialog {
+        id: errorAlert
+        objectName: "errorAlert"
+        title: "Error"
+        modal: true
+        focus: true
+        closePolicy: Popup.CloseOnEscape
+        x: Math.round((root.width - width) / 2)
+        y: Math.round((root.height - height) / 2)
+        width: Math.min(420, root.width - 80)
+        Overlay.modal: Rectangle {
+            color: "#40000000"
+        }
+
+        function follow() {
+            if (root.viewModel.errorMessage !== "")
+                open()
+            else
+                close()
+        }
+        onClosed: root.viewModel.errorMessage = ""
+
+        padding: 20
+        topPadding: 12
+        background: Rectangle {
+            radius: 10
+            color: Theme.windowBackground
+            border.width: 1
+            border.color: Theme.withOpacity(Theme.gray, 0.35)
+        }
+        header: Text {
+            text: errorAlert.title
+            font.pixelSize: 15
+            font.bold: true
+            color: Theme.primaryText
+            leftPadding: 20
+            rightPadding: 20
+            topPadding: 18
+        }
+        footer: DialogButtonBox {
+            standardButtons: Dialog.Ok
+            alignment: Qt.AlignRight
+            padding: 12
+            topPadding: 0
+            background: null
+        }
+
+        // Return presses the only button, as in any desktop alert.
+        Shortcut {
+            sequences: ["Return", "Enter"]
+            enabled: errorAlert.opened
+            onActivated: errorAlert.accept()
+        }
+
+        RowLayout {
+            width: parent.width
+            spacing: 12
+            SymbolIcon {
+                symbol: "exclamationmark.triangle.fill"
+                size: 28
+                color: Theme.orange
+                Layout.alignment: Qt.AlignTop
+            }
+            Label {
+                objectName: "errorText"
+                Layout.fillWidth: true
+                text: root.viewModel.errorMessage
+                wrapMode: Text.Wrap
+                font.pixelSize: 13
+                color: Theme.primaryText
+            }
+        }
+        Connections {
+            target: root.viewModel
+            function onErrorMessageChanged() { errorAlert.follow() }
+        }
+    }
+}

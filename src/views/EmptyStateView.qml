@@ -1,0 +1,94 @@
+import QtQuick
+import Ravelinth
+
+// What the file list shows instead of an empty table: a scan under way, nothing scanned yet, or
+// files that the search and the category filter all hide.
+Item {
+    id: root
+    property RavelinthViewModel viewModel
+
+    // "scanning", "noFiles" or "noMatches"
+    readonly property string kind: viewModel && viewModel.isScanning ? "scanning"
+                                 : !viewModel || viewModel.fileCount === 0 ? "noFiles"
+                                 : "noMatches"
+    readonly property string title: kind === "scanning" ? "Scanning..."
+                                  : kind === "noFiles" ? "No Files Scanned" : "No Matching Files"
+    readonly property string message: kind === "scanning" ? viewModel.scanState.statusMessage
+                                    : kind === "noFiles"
+                                      ? "Select a folder and click 'Start Scan' to find large files"
+                                      : "Try adjusting your filters or search query"
+
+    // Between new files arriving and their list being published the table is briefly empty;
+    // saying "No Matching Files" then would be wrong, so nothing is said until the list is in.
+    property bool listPending: false
+    Connections {
+        target: root.viewModel
+        function onFilesChanged() {
+            root.listPending = root.viewModel.fileCount > 0
+        }
+        function onDisplayedFilesChanged() {
+            root.listPending = false
+        }
+    }
+
+    implicitWidth: column.implicitWidth + 80
+    implicitHeight: column.implicitHeight + 80
+
+    Column {
+        id: column
+        anchors.centerIn: parent
+        width: Math.min(implicitWidth, root.width - 80)
+        spacing: 24
+        visible: !(root.kind === "noMatches" && root.listPending)
+
+        Item {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 64
+            height: root.kind === "scanning" ? 40 : root.kind === "noFiles" ? 64 : 48
+            ScanningIndicator {
+                objectName: "scanningIndicator"
+                anchors.centerIn: parent
+                size: 40
+                visible: root.kind === "scanning"
+            }
+            SymbolIcon {
+                anchors.centerIn: parent
+                visible: root.kind === "noFiles"
+                symbol: "doc.text.magnifyingglass"
+                size: 64
+                color: Theme.secondaryText
+            }
+            SymbolIcon {
+                anchors.centerIn: parent
+                visible: root.kind === "noMatches"
+                symbol: "magnifyingglass"
+                size: 48
+                color: Theme.secondaryText
+            }
+        }
+        Text {
+            objectName: "emptyTitle"
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: root.title
+            font.pixelSize: Theme.titleSize
+            font.bold: true
+            color: Theme.primaryText
+        }
+        Text {
+            objectName: "emptyMessage"
+            width: Math.min(implicitWidth, root.width - 80)
+            anchors.horizontalCenter: parent.horizontalCenter
+            horizontalAlignment: Text.AlignHCenter
+            text: root.message
+            wrapMode: Text.Wrap
+            font.pixelSize: Theme.subheadlineSize
+            color: Theme.secondaryText
+        }
+        ClearFiltersButton {
+            objectName: "emptyClearFilters"
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.kind === "noMatches"
+            viewModel: root.viewModel
+        }
+    }
+}

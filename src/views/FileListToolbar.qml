@@ -1,0 +1,138 @@
+import QtQuick
+import Ravelinth
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// Above the file list: the search box, the count and total, the sort picker and "Clear Filters".
+Item {
+    id: root
+    property RavelinthViewModel viewModel
+
+    readonly property var sortIcons: ["arrow.down", "arrow.up", "textformat.abc",
+                                      "textformat.abc", "calendar", "calendar"]
+
+    implicitHeight: row.implicitHeight + 16
+
+    RowLayout {
+        id: row
+        anchors.fill: parent
+        anchors.margins: 8
+        spacing: 8
+
+        Rectangle {
+            id: searchBox
+            Layout.fillWidth: true
+            Layout.maximumWidth: 300
+            Layout.preferredHeight: searchRow.implicitHeight + 16
+            radius: 8
+            color: Theme.textBackground
+            border.width: searchField.activeFocus ? 2 : 0
+            border.color: Theme.withOpacity(Theme.accent, 0.5)
+
+            RowLayout {
+                id: searchRow
+                anchors.fill: parent
+                anchors.margins: 8
+                spacing: 6
+                SymbolIcon {
+                    symbol: "magnifyingglass"
+                    size: 14
+                    color: Theme.secondaryText
+                }
+                TextField {
+                    id: searchField
+                    objectName: "searchField"
+                    Layout.fillWidth: true
+                    placeholderText: "Search files..."
+                    placeholderTextColor: Theme.tertiaryText
+                    text: root.viewModel ? root.viewModel.searchText : ""
+                    onTextEdited: root.viewModel.searchText = text
+                    font.pixelSize: 13
+                    color: Theme.primaryText
+                    background: null
+                    padding: 0
+                    selectByMouse: true
+                }
+                SymbolIcon {
+                    objectName: "clearSearch"
+                    visible: searchField.text !== ""
+                    symbol: "xmark.circle.fill"
+                    size: 14
+                    color: Theme.secondaryText
+                    TapHandler {
+                        onTapped: root.viewModel.searchText = ""
+                    }
+                }
+            }
+        }
+
+        Text {
+            objectName: "countText"
+            text: root.viewModel ? root.viewModel.displayedCount + " files • "
+                                   + root.viewModel.formatByteCount(root.viewModel.totalScannedSize)
+                                 : ""
+            font.pixelSize: 12
+            color: Theme.secondaryText
+        }
+
+        Rectangle {
+            Layout.preferredWidth: 1
+            Layout.preferredHeight: 20
+            color: Theme.divider
+        }
+
+        Text {
+            text: "Sort by"
+            font.pixelSize: 12
+            color: Theme.secondaryText
+        }
+        ComboBox {
+            id: sortPicker
+            objectName: "sortPicker"
+            Layout.preferredWidth: 160
+            model: root.viewModel ? root.viewModel.sortOptionNames : []
+            currentIndex: root.viewModel ? root.viewModel.sortOption : 0
+            onActivated: index => root.viewModel.sortOption = index
+            font.pixelSize: 12
+            Accessible.name: "Sort by"
+            background: Rectangle {
+                implicitHeight: 24
+                radius: 6
+                color: sortPicker.pressed ? Theme.withOpacity(Theme.gray, 0.2) : Theme.textBackground
+                border.width: sortPicker.visualFocus ? 2 : 1
+                border.color: sortPicker.visualFocus ? Theme.withOpacity(Theme.accent, 0.5)
+                                                     : Theme.withOpacity(Theme.gray, 0.35)
+            }
+            delegate: ItemDelegate {
+                required property int index
+                required property string modelData
+                width: sortPicker.width
+                highlighted: sortPicker.highlightedIndex === index
+                contentItem: Row {
+                    spacing: 6
+                    SymbolIcon {
+                        symbol: root.sortIcons[index]
+                        size: 14
+                        color: Theme.secondaryText
+                        anchors.verticalCenter: parent.verticalCenter
+                    }
+                    Text {
+                        text: modelData
+                        font.pixelSize: 12
+                        color: Theme.primaryText
+                        anchors.verticalCenter: parent.verticalCenter
+                    }
+                }
+            }
+        }
+
+        ClearFiltersButton {
+            objectName: "toolbarClearFilters"
+            viewModel: root.viewModel
+        }
+
+        Item {
+            Layout.fillWidth: true
+        }
+    }
+}

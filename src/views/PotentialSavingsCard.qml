@@ -1,0 +1,46 @@
+import QtQuick
+import Ravelinth
+import QtQuick.Layouts
+
+// How much space the files marked safe to delete would give back.
+AccentGlassCard {
+    id: root
+    property real savings: 0
+    property int fileCount: 0
+    readonly property string detailText: TextFormat.byteCount(savings) + " in " + fileCount
+                                         + " files marked safe to delete"
+
+    RowLayout {
+        anchors.fill: parent
+        spacing: 16
+        GradientText {
+            text: Icons.glyph("sparkles")
+            fontFamily: Icons.fontFamily
+            pixelSize: 32
+        }
+        Column {
+            spacing: 4
+            Layout.alignment: Qt.AlignVCenter
+            Text {
+                text: "Potential Savings"
+                font.pixelSize: Theme.headlineSize
+                font.bold: true
+                color: Theme.primaryText
+            }
+            Text {
+                objectName: "detail"
+                text: root.detailText
+                font.pixelSize: Theme.subheadlineSize
+                color: Theme.secondaryText
+            }
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+        GradientText {
+            text: TextFormat.byteCount(root.savings)
+            pixelSize: 24
+            bold: true
+        }
+    }
+}

@@ -1,0 +1,309 @@
+import QtQuick
+import Ravelinth
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// The scan control panel: the folder to scan with its browse button, the minimum size and the
+// hidden-files switch, the start/stop button, the preset folders, and the progress of a
+// running scan.
+Rectangle {
+    id: root
+    property RavelinthViewModel viewModel
+    readonly property bool isHoveringBrowse: browseButton.hovered
+    readonly property bool isScanning: viewModel ? viewModel.scanState.kind === "scanning" : false
+    readonly property var thresholdChoices: [
+        { title: "10 MB", value: 10 }, { title: "25 MB", value: 25 }, { title: "50 MB", value: 50 },
+        { title: "100 MB", value: 100 }, { title: "250 MB", value: 250 },
+        { title: "500 MB", value: 500 }, { title: "1 GB", value: 1024 }
+    ]
+    property alias pathField: pathField
+    property alias minSizeField: minSizeField
+    property alias thresholdMenu: thresholdMenu
+    property alias scanButton: scanButton
+    property alias browseButton: browseButton
+
+    implicitHeight: column.implicitHeight + 32
+    radius: 12
+    color: Theme.material
+
+    // The number as the field shows it: grouped digits, decimals only when there are some.
+    function formatMegabytes(value) {
+        const decimals = Number.isInteger(value) ? 0 : 2
+        let text = Number(value).toLocaleString(Qt.locale(), "f", decimals)
+        if (decimals > 0)
+            text = text.replace(new RegExp("\\" + Qt.locale().decimalPoint + "?0+$"), "")
+        return text
+    }
+
+    function commitMinSize() {
+        let value = NaN
+        try {
+            value = Number.fromLocaleString(Qt.locale(), minSizeField.text)
+        } catch (e) {
+            value = Number(minSizeField.text)
+        }
+        if (isFinite(value) && value >= 0)
+            viewModel.minFileSizeMB = value
+    }
+
+    Connections {
+        target: root.viewModel
+        function onMinFileSizeMBChanged() {
+            if (!minSizeField.activeFocus)
+                minSizeField.text = root.formatMegabytes(root.viewModel.minFileSizeMB)
+        }
+    }
+
+    ColumnLayout {
+        id: column
+        anchors.fill: parent
+        anchors.margins: 16
+        spacing: 16
+
+        // The folder to scan.
+        RowLayout {
+            spacing: 12
+            DiagonalGradientRectangle {
+                implicitWidth: 32
+                implicitHeight: 32
+                radius: 8
+                SymbolIcon {
+                    anchors.centerIn: parent
+                    symbol: "folder.fill"
+                    size: 18
+                    color: "white"
+                }
+            }
+            TextField {
+                id: pathField
+                objectName: "pathField"
+                Layout.fillWidth: true
+                focus: true
+                placeholderText: "Enter path to scan..."
+                text: root.viewModel ? root.viewModel.scanPath : ""
+                onTextEdited: root.viewModel.scanPath = text
+                font.pixelSize: 14
+                padding: 10
+                selectByMouse: true
+                color: Theme.primaryText
+                placeholderTextColor: Theme.tertiaryText
+                background: Rectangle {
+                    radius: 8
+                    color: Theme.textBackground
+                    border.width: pathField.activeFocus ? 2 : 1
+                    border.color: pathField.activeFocus ? Theme.withOpacity(Theme.accent, 0.6)
+                                                        : Theme.withOpacity(Theme.gray, 0.3)
+                }
+                Accessible.name: "Path to scan"
+            }
+            AbstractButton {
+                id: browseButton
+                objectName: "browseButton"
+                text: "Browse"
+                hoverEnabled: true
+                focusPolicy: Qt.TabFocus
+                leftPadding: 12
+                rightPadding: 12
+                topPadding: 8
+                bottomPadding: 8
+                onClicked: root.viewModel.browsePath()
+                contentItem: Row {
+                    spacing: 6
+                    SymbolIcon {
+                        symbol: "folder.badge.plus"
+                        size: 15
+                        color: "white"
+                        anchors.verticalCenter: parent.verticalCenter
+                    }
+                    Text {
+                        text: "Browse"
+                        font.pixelSize: 13
+                        font.weight: Font.Medium
+                        color: "white"
+                        anchors.verticalCenter: parent.verticalCenter
+                    }
+                }
+                background: Item {
+                    DiagonalGradientRectangle {
+                        anchors.fill: parent
+                        radius: 8
+                        opacity: browseButton.hovered ? 1.0 : 0.8
+                    }
+                    Rectangle {
+                        anchors.fill: parent
+                        anchors.margins: -2
+                        radius: 10
+                        color: "transparent"
+                        border.width: 2
+                        border.color: Theme.withOpacity(Theme.accent, 0.5)
+                        visible: browseButton.visualFocus
+                    }
+                }
+            }
+        }
+
+        // What counts as large, hidden files, and the start/stop button.
+        RowLayout {
+            spacing: 16
+            RowLayout {
+                spacing: 8
+                Text {
+                    text: "Min Size"
+                    font.pixelSize: 13
+                    color: Theme.secondaryText
+                }
+                TextField {
+                    id: minSizeField
+                    objectName: "minSizeField"
+                    implicitWidth: 66 // 50 for the digits, 8 on each side
+                    leftPadding: 8
+                    rightPadding: 8
+                    topPadding: 4
+                    bottomPadding: 4
+                    font.pixelSize: 13
+                    font.weight: Font.Medium
+                    horizontalAlignment: TextInput.AlignRight
+                    inputMethodHints: Qt.ImhFormattedNumbersOnly
+                    selectByMouse: true
+                    color: Theme.primaryText
+                    text: root.viewModel ? root.formatMegabytes(root.viewModel.minFileSizeMB) : ""
+                    onTextEdited: root.commitMinSize()
+                    onEditingFinished: text = root.formatMegabytes(root.viewModel.minFileSizeMB)
+                    background: Rectangle {
+                        radius: 4
+                        color: Theme.textBackground
+                        border.width: minSizeField.activeFocus ? 2 : 1
+                        border.color: minSizeField.activeFocus
+                                      ? Theme.withOpacity(Theme.accent, 0.6)
+                                      : Theme.withOpacity(Theme.gray, 0.3)
+                    }
+                    Accessible.name: "Minimum size in megabytes"
+                }
+                Text {
+                    text: "MB"
+                    font.pixelSize: 12
+                    color: Theme.secondaryText
+                }
+                AbstractButton {
+                    id: thresholdButton
+                    objectName: "thresholdButton"
+                    implicitWidth: 28
+                    implicitHeight: 24
+                    hoverEnabled: true
+                    focusPolicy: Qt.TabFocus
+                    onClicked: thresholdMenu.popup(thresholdButton, 0, thresholdButton.height)
+                    Accessible.name: "Minimum size choices"
+                    contentItem: SymbolIcon {
+                        symbol: "chevron.down"
+                        size: 16
+                        color: Theme.secondaryText
+                    }
+                    background: Rectangle {
+                        radius: 4
+                        color: thresholdButton.hovered || thresholdMenu.visible
+                               ? Theme.withOpacity(Theme.gray, 0.15) : "transparent"
+                        border.width: thresholdButton.visualFocus ? 2 : 0
+                        border.color: Theme.withOpacity(Theme.accent, 0.5)
+                    }
+                    Menu {
+                        id: thresholdMenu
+                        objectName: "thresholdMenu"
+                        Repeater {
+                            model: root.thresholdChoices
+                            MenuItem {
+                                required property var modelData
+                                text: modelData.title
+                                onTriggered: {
+                                    root.viewModel.minFileSizeMB = modelData.value
+                                    minSizeField.text = root.formatMegabytes(modelData.value)
+                                }
+                            }
+                        }
+                    }
+                }
+            }
+            Rectangle {
+                implicitWidth: 1
+                implicitHeight: 20
+                color: Theme.divider
+            }
+            CheckBox {
+                id: hiddenFilesBox
+                objectName: "hiddenFilesBox"
+                text: "Hidden Files"
+                checked: root.viewModel ? root.viewModel.includeHiddenFiles : false
+                onToggled: root.viewModel.includeHiddenFiles = checked
+                font.pixelSize: 13
+                focusPolicy: Qt.TabFocus
+                contentItem: Row {
+                    leftPadding: hiddenFilesBox.indicator.width + hiddenFilesBox.spacing
+                    spacing: 4
+                    SymbolIcon {
+                        symbol: "eye.slash"
+                        size: 14
+                        color: Theme.primaryText
+                        anchors.verticalCenter: parent.verticalCenter
+                    }
+                    Text {
+                        text: hiddenFilesBox.text
+                        font: hiddenFilesBox.font
+                        color: Theme.primaryText
+                        anchors.verticalCenter: parent.verticalCenter
+                    }
+                }
+            }
+            Item {
+                Layout.fillWidth: true
+            }
+            ActionButton {
+                id: scanButton
+                objectName: "scanButton"
+                title: root.isScanning ? "Stop Scan" : "Start Scan"
+                icon: root.isScanning ? "stop.fill" : "play.fill"
+                style: root.isScanning ? "destructive" : "primary"
+                isLoading: false
+                action: function () {
+                    if (root.isScanning)
+                        root.viewModel.stopScan()
+                    else
+                        root.viewModel.startScan()
+                }
+            }
+        }
+
+        // One button per preset folder.
+        ScrollView {
+            id: quickScanRow
+            objectName: "quickScanRow"
+            Layout.fillWidth: true
+            implicitHeight: quickScanButtons.implicitHeight
+            contentWidth: quickScanButtons.implicitWidth
+            ScrollBar.horizontal.policy: ScrollBar.AsNeeded
+            ScrollBar.vertical.policy: ScrollBar.AlwaysOff
+            Row {
+                id: quickScanButtons
+                spacing: 8
+                Repeater {
+                    model: AppContext.quickAccessLocations
+                    QuickScanButton {
+                        required property var modelData
+                        objectName: "quickScan_" + modelData.name
+                        location: modelData
+                        action: function () {
+                            root.viewModel.scanPath = modelData.path
+                            root.viewModel.startScan()
+                        }
+                    }
+                }
+            }
+        }
+
+        ScanProgressView {
+            id: progressView
+            objectName: "scanProgress"
+            Layout.fillWidth: true
+            visible: root.isScanning
+            scanState: root.viewModel ? root.viewModel.scanState : ({ kind: "idle" })
+        }
+    }
+}

@@ -1,0 +1,134 @@
+#include "TestTree.h"
+#include "viewmodels/FileActions.h"
+#include "viewmodels/RavelinthViewModel.h"
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QtTest>
+
+#include <unistd.h>
+
+using namespace ravelinth;
+
+namespace {
+
+// Stands in for the desktop: writes down every address it is asked to open.
+class UrlRecorder : public QObject {
+    Q_OBJECT
+
+public:
+    QList<QUrl> opened;
+
+public slots:
+    void open(const QUrl &url) { opened.append(url); }
+};
+
+QByteArray bytesOf(const QUrl &url) {
+    return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+}
+
+} // namespace
+
+// The context menu's actions reach the desktop with each file's exact path bytes, including a
+// folder and a name that are not UTF-8.
+class FileActionsTest : public QObject {
+    Q_OBJECT
+
+    // One for the whole run: GLib reads XDG_DATA_HOME once per process.
+    test::ScopedTestEnvironment environment;
+    test::TestTree tree;
+    UrlRecorder recorder;
+    QByteArray oddPath;
+    QByteArray plainPath;
+
+    QString idOf(const RavelinthViewModel &model, const QByteArray &path) {
+        for (const FileItem &file : model.files()) {
+            if (file.path == path)
+                return file.id.toString(QUuid::WithoutBraces);
+        }
+        return {};
+    }
+
+    void scan(RavelinthViewModel &model) {
+        model.setScanPath(QFile::decodeName(tree.root()));
+        model.setMinFileSizeMB(1);
+        model.startScan();
+        QTRY_VERIFY_WITH_TIMEOUT(model.scanState().isCompleted(), 10000);
+    }
+
+private slots:
+    void initTestCase() {
+        // No session bus: revealing falls back to opening the first item's folder.
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+        QDesktopServices::setUrlHandler(u"file"_qs, &recorder, "open");
+        oddPath = tree.file("d\xff"
+                            "r/caf\xe9.mov",
+                            300'000'000);
+        plainPath = tree.file("plain/disk.iso", 200'000'000);
+    }
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"file"_qs); }
+    void init() { recorder.opened.clear(); }
+
+    void existingKeepsListOrderAndDropsUnknownIds() {
+        RavelinthViewModel model;
+        FileActions actions;
+        actions.setViewModel(&model);
+        scan(model);
+        const QString odd = idOf(model, oddPath);
+        const QString plain = idOf(model, plainPath);
+        QVERIFY(!odd.isEmpty() && !plain.isEmpty());
+        // The scan lists the larger file first.
+        QCOMPARE(actions.existing({plain, QUuid::createUuid().toString(), odd}),
+                 QStringList({odd, plain}));
+        QCOMPARE(actions.existing({}), QStringList());
+    }
+
+    void openAndRevealUseTheExactBytes() {
+        RavelinthViewModel model;
+        FileActions actions;
+        actions.setViewModel(&model);
+        scan(model);
+        const QString odd = idOf(model, oddPath);
+
+        actions.open({odd});
+        QCOMPARE(recorder.opened.size(), 1);
+        QCOMPARE(bytesOf(recorder.opened[0]), oddPath);
+
+        recorder.opened.clear();
+        actions.reveal({odd, idOf(model, plainPath)});
+        QTRY_COMPARE(recorder.opened.size(), 1);
+        QCOMPARE(bytesOf(recorder.opened[0]), tree.path("d\xff"
+                                                        "r"));
+    }
+
+    void copyPathTakesOnlyTheFirstFile() {
+        RavelinthViewModel model;
+        FileActions actions;
+        actions.setViewModel(&model);
+        scan(model);
+        QGuiApplication::clipboard()->setText(u"before"_qs);
+        actions.copyPath({});
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_qs);
+        actions.copyPath({idOf(model, plainPath), idOf(model, oddPath)});
+        QCOMPARE(QGuiApplication::clipboard()->text(), QString::fromUtf8(plainPath));
+    }
+
+    // The last test: it moves the files away.
+    void zMoveToTrashMovesEachFileAndLeavesTheRestSelected() {
+        RavelinthViewModel model;
+        FileActions actions;
+        actions.setViewModel(&model);
+        scan(model);
+        model.selectAll();
+        QTRY_COMPARE(model.selectedCount(), 2);
+        actions.moveToTrash({idOf(model, oddPath)});
+        QTRY_COMPARE(model.files().size(), 1);
+        QCOMPARE(model.selectedCount(), 1);
+        QCOMPARE(::access(oddPath.constData(), F_OK), -1);
+        QCOMPARE(::access(plainPath.constData(), F_OK), 0);
+    }
+};
+
+QTEST_MAIN(FileActionsTest)
+#include "tst_fileactions.moc"

@@ -1,0 +1,63 @@
+#include "FileListTestSupport.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QQmlEngine>
+
+#include <unistd.h>
+
+namespace ravelinth::test {
+
+TestFolder::TestFolder(QObject *parent) : QObject(parent) {}
+
+QString TestFolder::root() const {
+    return QFile::decodeName(m_tree.root());
+}
+
+QString TestFolder::file(const QString &relative, double size, double ageSeconds) {
+    const qint64 mtime = QDateTime::currentSecsSinceEpoch() - qint64(ageSeconds);
+    return QFile::decodeName(m_tree.file(relative.toUtf8(), qint64(size), mtime));
+}
+
+bool TestFolder::exists(const QString &relative) const {
+    return ::access(m_tree.path(relative.toUtf8()).constData(), F_OK) == 0;
+}
+
+void DesktopRecorder::clear() {
+    m_opened.clear();
+    emit openedChanged();
+}
+
+void DesktopRecorder::open(const QUrl &url) {
+    m_opened.append(url.toString(QUrl::FullyEncoded));
+    emit openedChanged();
+}
+
+namespace {
+
+DesktopRecorder *recorder() {
+    static DesktopRecorder instance;
+    return &instance;
+}
+
+// Runs as the test application starts, before any view. The hermetic home comes from
+// TestFiles.cpp; here revealing and opening are caught so that nothing reaches a real desktop.
+void registerTestTypes() {
+    QDesktopServices::setUrlHandler(u"file"_qs, recorder(), "open");
+
+    qmlRegisterType<TestFolder>("RavelinthTest", 1, 0, "TestFolder");
+    qmlRegisterSingletonType<DesktopRecorder>(
+        "RavelinthTest", 1, 0, "TestDesktop", [](QQmlEngine *engine, QJSEngine *) -> QObject * {
+            engine->setObjectOwnership(recorder(), QQmlEngine::CppOwnership);
+            return recorder();
+        });
+}
+
+Q_COREAPP_STARTUP_FUNCTION(registerTestTypes)
+
+} // namespace
+
+} // namespace ravelinth::test

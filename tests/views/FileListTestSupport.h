@@ -1,0 +1,50 @@
+#pragma once
+
+#include "TestTree.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QUrl>
+
+namespace ravelinth::test {
+
+// A real folder of sparse files for the view tests to scan (QML type TestFolder).
+class TestFolder : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString root READ root CONSTANT)
+
+public:
+    explicit TestFolder(QObject *parent = nullptr);
+
+    QString root() const;
+    // Creates the file (and its folders) with `size` bytes, last modified `ageSeconds` ago.
+    Q_INVOKABLE QString file(const QString &relative, double size, double ageSeconds = 0);
+    Q_INVOKABLE bool exists(const QString &relative) const;
+
+private:
+    TestTree m_tree;
+};
+
+// Stands in for the desktop while the view tests run (QML singleton TestDesktop): every file
+// address the program asks the desktop to open is written down here instead of launching
+// anything.
+class DesktopRecorder : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QStringList opened READ opened NOTIFY openedChanged)
+
+public:
+    using QObject::QObject;
+    QStringList opened() const { return m_opened; }
+    Q_INVOKABLE void clear();
+
+public slots:
+    void open(const QUrl &url);
+
+signals:
+    void openedChanged();
+
+private:
+    QStringList m_opened;
+};
+
+} // namespace ravelinth::test

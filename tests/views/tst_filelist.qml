@@ -1,0 +1,426 @@
+import QtQuick
+import QtTest
+import Ravelinth
+import RavelinthTest
+
+// The file list as a user meets it: its empty states, sorting by header, selection by mouse and
+// keys, the context menu and the double-click, on real scans of real (sparse) files.
+TestCase {
+    id: testCase
+    name: "FileList"
+    when: windowShown
+    visible: true
+    width: 1000
+    height: 620
+
+    readonly property real mb: 1000 * 1000
+    readonly property real day: 24 * 3600
+
+    // Seven files, one per category that the extensions reach, of distinct sizes and ages.
+    readonly property var fileSet: [
+        { path: "Movies/holiday.mov", size: 3000 * mb, age: 2 * day },
+        { path: "Archives/backup.zip", size: 1200 * mb, age: 3 * 3600 },
+        { path: "Downloads/setup.dmg", size: 800 * mb, age: 40 * day },
+        { path: "Other/data.bin", size: 500 * mb, age: 10 * day },
+        { path: "Pictures/panorama.tiff", size: 200 * mb, age: 5 * 60 },
+        { path: "Music/album.flac", size: 150 * mb, age: 90 * day },
+        { path: "Docs/report.pdf", size: 120 * mb, age: 400 * day }
+    ]
+
+    Component {
+        id: listComponent
+        FileListView {
+            width: testCase.width
+            height: testCase.height
+            viewModel: RavelinthViewModel {}
+        }
+    }
+    Component {
+        id: folderComponent
+        TestFolder {}
+    }
+
+    function makeList() {
+        const view = createTemporaryObject(listComponent, testCase)
+        verify(view !== null)
+        return view
+    }
+
+    function makeFolder() {
+        const folder = createTemporaryObject(folderComponent, testCase)
+        for (const f of fileSet)
+            folder.file(f.path, f.size, f.age)
+        return folder
+    }
+
+    function scan(view, folder) {
+        const vm = view.viewModel
+        vm.scanPath = folder.root
+        vm.minFileSizeMB = 1
+        vm.startScan()
+        tryVerify(() => vm.scanState.kind === "completed", 10000)
+        tryCompare(vm, "displayedCount", fileSet.length, 5000)
+        tryVerify(() => view.table.itemAtCell(1, 0) !== null)
+    }
+
+    function cell(view, row, column) {
+        view.table.positionViewAtRow(row, TableView.Contain)
+        view.table.forceLayout()
+        const item = view.table.itemAtCell(column === undefined ? 1 : column, row)
+        verify(item !== null, "no cell at row " + row)
+        return item
+    }
+
+    function headerCell(view, column) {
+        const item = view.header.itemAtCell(column, 0)
+        verify(item !== null, "no header cell " + column)
+        return item
+    }
+
+    function names(view) {
+        const out = []
+        for (let row = 0; row < view.viewModel.displayedCount; ++row)
+            out.push(view.viewModel.pathsOf([view.viewModel.fileIdAt(row)])[0].split("/").pop())
+        return out
+    }
+
+    function selectedRows(view) {
+        const rows = []
+        for (let row = 0; row < view.viewModel.displayedCount; ++row) {
+            if (view.viewModel.isRowSelected(row))
+                rows.push(row)
+        }
+        return rows
+    }
+
+    function init() {
+        TestDesktop.clear()
+    }
+
+    function test_emptyStates() {
+        const view = makeList()
+        const vm = view.viewModel
+        verify(view.emptyState.visible)
+        compare(view.emptyState.title, "No Files Scanned")
+        compare(view.emptyState.message,
+                "Select a folder and click 'Start Scan' to find large files")
+
+        const folder = makeFolder()
+        vm.scanPath = folder.root
+        vm.minFileSizeMB = 1
+        vm.startScan()
+        compare(view.emptyState.title, "Scanning...")
+        compare(view.emptyState.message, vm.scanState.statusMessage)
+        const spinner = findChild(view.emptyState, "scanningIndicator")
+        verify(spinner.visible && spinner.spinning)
+        compare(spinner.width, 40)
+
+        tryVerify(() => vm.scanState.kind === "completed", 10000)
+        tryCompare(vm, "displayedCount", fileSet.length, 5000)
+        verify(!view.emptyState.visible)
+
+        // Everything filtered away, then the button brings it all back.
+        vm.categoryFilter = "Videos"
+        vm.searchText = "no such file"
+        tryCompare(view.emptyState, "visible", true)
+        compare(view.emptyState.title, "No Matching Files")
+        compare(view.emptyState.message, "Try adjusting your filters or search query")
+        const clear = findChild(view.emptyState, "emptyClearFilters")
+        verify(clear.visible)
+        mouseClick(clear)
+        compare(vm.searchText, "")
+        compare(vm.categoryFilter, "")
+        tryCompare(vm, "displayedCount", fileSet.length)
+        verify(!view.emptyState.visible)
+
+        // The toolbar's count, its search box and its own "Clear Filters".
+        const count = findChild(view, "countText")
+        compare(count.text, "7 files • " + vm.formatByteCount(vm.totalScannedSize))
+        const search = findChild(view, "searchField")
+        testCase.Window.window.requestActivate()
+        mouseClick(search)
+        keyClick(Qt.Key_M)
+        keyClick(Qt.Key_O)
+        keyClick(Qt.Key_V)
+        compare(vm.searchText, "mov")
+        tryCompare(vm, "displayedCount", 1)
+        compare(count.text, "1 files • " + vm.formatByteCount(vm.totalScannedSize))
+        const clearSearch = findChild(view, "clearSearch")
+        verify(clearSearch.visible)
+        mouseClick(clearSearch)
+        compare(vm.searchText, "")
+        compare(search.text, "")
+        verify(!clearSearch.visible)
+        tryCompare(vm, "displayedCount", fileSet.length)
+        vm.categoryFilter = "Installers"
+        tryCompare(vm, "displayedCount", 1)
+        mouseClick(findChild(view, "toolbarClearFilters"))
+        compare(vm.categoryFilter, "")
+        tryCompare(vm, "displayedCount", fileSet.length)
+    }
+
+    function test_headerClicksChooseTheSortOption() {
+        const view = makeList()
+        const vm = view.viewModel
+        scan(view, makeFolder())
+        compare(vm.sortOption, 0) // Size (Largest)
+        compare(names(view)[0], "holiday.mov")
+
+        mouseClick(headerCell(view, 2)) // Size: flips to smallest first
+        compare(vm.sortOption, 1)
+        tryVerify(() => names(view)[0] === "report.pdf")
+        mouseClick(headerCell(view, 3)) // Category sorts nothing
+        compare(vm.sortOption, 1)
+        mouseClick(headerCell(view, 5)) // Status sorts nothing
+        compare(vm.sortOption, 1)
+        mouseClick(headerCell(view, 0)) // the icon column sorts nothing
+        compare(vm.sortOption, 1)
+
+        mouseClick(headerCell(view, 1)) // Name, A to Z, then Z to A
+        compare(vm.sortOption, 2)
+        tryVerify(() => names(view)[0] === "album.flac")
+        mouseClick(headerCell(view, 1))
+        compare(vm.sortOption, 3)
+        tryVerify(() => names(view)[0] === "setup.dmg")
+
+        mouseClick(headerCell(view, 4)) // Modified: oldest first, then newest
+        compare(vm.sortOption, 5)
+        tryVerify(() => names(view)[0] === "report.pdf")
+        mouseClick(headerCell(view, 4))
+        compare(vm.sortOption, 4)
+        tryVerify(() => names(view)[0] === "panorama.tiff")
+
+        // The picker chooses, then a header click wins again.
+        const picker = findChild(view, "sortPicker")
+        picker.currentIndex = 2
+        picker.activated(2)
+        compare(vm.sortOption, 2)
+        compare(view.sortOrder[0].key, "name")
+        mouseClick(headerCell(view, 2))
+        compare(vm.sortOption, 1)
+        compare(view.sortOrder[0].key, "size")
+        compare(view.sortOrder[0].ascending, true)
+
+        // An empty order changes nothing.
+        view.sortOrder = []
+        compare(vm.sortOption, 1)
+    }
+
+    function test_modifiedColumnSaysHowLongAgo() {
+        const view = makeList()
+        scan(view, makeFolder())
+        // Largest first: holiday.mov (2 days), backup.zip (3 hours), setup.dmg (40 days).
+        const modified = row => findChild(cell(view, row, 4), "modifiedText").text
+        compare(modified(0), "2 days ago")
+        compare(modified(1), "3 hours ago")
+        compare(modified(2), "1 month ago")
+        compare(findChild(cell(view, 3, 3), "categoryBadge").category, "Other")
+        compare(findChild(cell(view, 2, 5), "safeBadge").isSafe, true) // an installer
+        compare(findChild(cell(view, 0, 5), "safeBadge").isSafe, false)
+    }
+
+    function test_selectionByMouse() {
+        const view = makeList()
+        const vm = view.viewModel
+        scan(view, makeFolder())
+
+        mouseClick(cell(view, 0))
+        compare(selectedRows(view), [0])
+        mouseClick(cell(view, 2), 10, 10, Qt.LeftButton, Qt.ControlModifier)
+        compare(selectedRows(view), [0, 2])
+        mouseClick(cell(view, 4), 10, 10, Qt.LeftButton, Qt.ShiftModifier)
+        compare(selectedRows(view), [2, 3, 4])
+        mouseClick(cell(view, 6), 10, 10, Qt.LeftButton, Qt.ControlModifier | Qt.ShiftModifier)
+        compare(selectedRows(view), [2, 3, 4, 5, 6])
+        mouseClick(cell(view, 3), 10, 10, Qt.LeftButton, Qt.ControlModifier)
+        compare(selectedRows(view), [2, 4, 5, 6])
+        mouseClick(cell(view, 1, 5)) // any column selects the row
+        compare(selectedRows(view), [1])
+        compare(vm.selectedCount, 1)
+    }
+
+    function test_selectionByKeys() {
+        const view = makeList()
+        const vm = view.viewModel
+        scan(view, makeFolder())
+        testCase.Window.window.requestActivate()
+        mouseClick(cell(view, 1))
+        verify(view.table.activeFocus)
+
+        keyClick(Qt.Key_Down)
+        compare(selectedRows(view), [2])
+        keyClick(Qt.Key_Down, Qt.ShiftModifier)
+        keyClick(Qt.Key_Down, Qt.ShiftModifier)
+        compare(selectedRows(view), [2, 3, 4])
+        keyClick(Qt.Key_Up, Qt.ShiftModifier)
+        compare(selectedRows(view), [2, 3])
+        keyClick(Qt.Key_Up)
+        compare(selectedRows(view), [2])
+        keyClick(Qt.Key_End)
+        compare(selectedRows(view), [6])
+        keyClick(Qt.Key_Home, Qt.ShiftModifier)
+        compare(vm.selectedCount, 7)
+        keyClick(Qt.Key_Home)
+        compare(selectedRows(view), [0])
+        keyClick(Qt.Key_Up) // stays on the first row
+        compare(selectedRows(view), [0])
+
+        // Enter shows the selection in the file manager (here: its folder is opened).
+        keyClick(Qt.Key_Return)
+        tryCompare(TestDesktop.opened, "length", 1)
+        verify(TestDesktop.opened[0].endsWith("/Movies"), TestDesktop.opened[0])
+    }
+
+    function test_deleteKeyMovesTheSelectionToTheTrash() {
+        const view = makeList()
+        const vm = view.viewModel
+        const folder = makeFolder()
+        scan(view, folder)
+        testCase.Window.window.requestActivate()
+        mouseClick(cell(view, 0))
+        keyClick(Qt.Key_Down, Qt.ShiftModifier)
+        compare(vm.selectedCount, 2)
+        keyClick(Qt.Key_Delete)
+        tryCompare(vm, "fileCount", 5, 10000)
+        compare(vm.selectedCount, 0)
+        verify(!folder.exists("Movies/holiday.mov"))
+        verify(!folder.exists("Archives/backup.zip"))
+        verify(folder.exists("Downloads/setup.dmg"))
+
+        // Ctrl+Backspace does the same.
+        tryCompare(vm, "displayedCount", 5)
+        mouseClick(cell(view, 0))
+        keyClick(Qt.Key_Backspace, Qt.ControlModifier)
+        tryCompare(vm, "fileCount", 4, 10000)
+        verify(!folder.exists("Downloads/setup.dmg"))
+    }
+
+    function test_contextMenuActsOnTheClickedSet() {
+        const view = makeList()
+        const vm = view.viewModel
+        const folder = makeFolder()
+        scan(view, folder)
+        const menu = view.contextMenu
+
+        // Outside the selection: the clicked row alone, the selection untouched.
+        mouseClick(cell(view, 0))
+        mouseClick(cell(view, 1), 10, 10, Qt.LeftButton, Qt.ControlModifier)
+        mouseClick(cell(view, 3), 10, 10, Qt.RightButton)
+        tryCompare(menu, "opened", true)
+        compare(menu.selection, [vm.fileIdAt(3)])
+        compare(menu.file, vm.fileIdAt(3))
+        compare(selectedRows(view), [0, 1])
+        compare(view.contextRow, 3)
+        compare(menu.itemAt(0).text, "Show in File Manager")
+        compare(menu.itemAt(1).text, "Open")
+        compare(menu.itemAt(2).text, "Copy Path")
+        compare(menu.itemAt(4).text, "Move to Trash")
+
+        // "Open" opens the file itself.
+        mouseClick(menu.itemAt(1))
+        tryCompare(menu, "opened", false)
+        compare(TestDesktop.opened.length, 1)
+        verify(TestDesktop.opened[0].endsWith("/Other/data.bin"), TestDesktop.opened[0])
+        compare(view.contextRow, -1)
+
+        // Inside a selection of three: all three go to the Trash.
+        mouseClick(cell(view, 4), 10, 10, Qt.LeftButton, Qt.ControlModifier)
+        compare(selectedRows(view), [0, 1, 4])
+        mouseClick(cell(view, 1), 10, 10, Qt.RightButton)
+        tryCompare(menu, "opened", true)
+        compare(menu.selection.length, 3)
+        compare(menu.selectedFiles.length, 3)
+        mouseClick(menu.itemAt(4))
+        tryCompare(vm, "fileCount", 4, 10000)
+        verify(!folder.exists("Movies/holiday.mov"))
+        verify(!folder.exists("Archives/backup.zip"))
+        verify(!folder.exists("Pictures/panorama.tiff"))
+        verify(folder.exists("Other/data.bin"))
+        compare(vm.selectedCount, 0)
+    }
+
+    function test_doubleClickRevealsAndNeverOpens() {
+        const view = makeList()
+        scan(view, makeFolder())
+        mouseDoubleClickSequence(cell(view, 2))
+        tryCompare(TestDesktop.opened, "length", 1)
+        // No file manager answers here, so the file's folder is what gets opened.
+        verify(TestDesktop.opened[0].endsWith("/Downloads"), TestDesktop.opened[0])
+        compare(view.viewModel.selectedCount, 1)
+    }
+
+    function test_columnsResizeByTheirGrips() {
+        const view = makeList()
+        scan(view, makeFolder())
+        const sizeHeader = headerCell(view, 2)
+        const before = sizeHeader.width
+        compare(before, 100)
+        compare(headerCell(view, 4).width, 115)
+        const grip = findChild(sizeHeader, "grip2")
+        mouseDrag(grip, grip.width / 2, grip.height / 2, 60, 0)
+        tryCompare(view.columnWidths, "2", 160)
+        tryCompare(headerCell(view, 2), "width", 160)
+        mouseDrag(grip, grip.width / 2, grip.height / 2, -200, 0)
+        tryCompare(view.columnWidths, "2", 80) // its minimum
+        // The name column fills whatever the others leave.
+        let others = 0
+        for (let c = 0; c < 6; ++c)
+            others += c === 1 ? 0 : view.columnWidths[c]
+        compare(view.widthOf(1), Math.max(300, view.table.width - others))
+    }
+
+    // Pictures of each state, beside the test binary, to look at.
+    function test_zLooks() {
+        const view = makeList()
+        const vm = view.viewModel
+        const root = testCase.Window.window.contentItem
+        wait(300)
+        grabImage(view).save("filelist-empty.png")
+
+        const folder = createTemporaryObject(folderComponent, testCase)
+        const kinds = ["mov", "zip", "dmg", "iso", "jpg", "flac", "pdf", "bin", "mkv", "tar.gz",
+                       "pkg", "psd", "wav", "epub", "app.zip", "vmdk"]
+        for (let i = 0; i < 64; ++i) {
+            const ext = kinds[i % kinds.length]
+            const dir = ["Movies", "Downloads", "Projects/render", "Music/Library",
+                         "Library/Caches/com.example", "Documents/Reports"][i % 6]
+            folder.file(dir + "/item-" + (i + 1) + "." + ext, (i * 37 % 64 + 1) * 97 * mb,
+                        (i * i * 5000) % (800 * day))
+        }
+        // A big real tree keeps the scan busy long enough to be seen.
+        vm.scanPath = "/usr"
+        vm.startScan()
+        wait(400)
+        grabImage(view).save("filelist-scanning.png")
+        vm.stopScan()
+        tryVerify(() => !vm.isScanning)
+        wait(200)
+        vm.scanPath = folder.root
+        vm.minFileSizeMB = 1
+        vm.startScan()
+        tryVerify(() => vm.scanState.kind === "completed", 10000)
+        tryCompare(vm, "displayedCount", 64, 5000)
+
+        mouseClick(cell(view, 1))
+        mouseClick(cell(view, 3), 10, 10, Qt.LeftButton, Qt.ControlModifier)
+        mouseClick(cell(view, 5), 10, 10, Qt.LeftButton, Qt.ShiftModifier)
+        wait(300)
+        grabImage(view).save("filelist-results.png")
+
+        mouseClick(cell(view, 8), 60, 20, Qt.RightButton)
+        tryCompare(view.contextMenu, "opened", true)
+        wait(300)
+        grabImage(root).save("filelist-menu.png")
+        view.contextMenu.close()
+
+        mouseClick(headerCell(view, 1))
+        tryVerify(() => vm.sortOption === 2)
+        wait(300)
+        grabImage(view).save("filelist-by-name.png")
+
+        vm.searchText = "nothing like this"
+        tryCompare(view.emptyState, "visible", true)
+        wait(300)
+        grabImage(view).save("filelist-nomatch.png")
+    }
+}

@@ -1,0 +1,314 @@
+import QtQuick
+import QtTest
+import Ravelinth
+
+// The main window as a user meets it: the toolbar follows the scan, each menu command announces
+// itself and nothing more, select-all takes the listed files even from a text field, the error
+// alert, the tutorial sheet and the settings window.
+TestCase {
+    id: testCase
+    name: "Window"
+    when: windowShown
+
+    SignalSpy {
+        id: posted
+        target: AppContext.notifications
+        signalName: "posted"
+    }
+
+    function findChild(item, name) {
+        if (!item)
+            return null
+        if (item.objectName === name)
+            return item
+        const children = item.children || []
+        for (let i = 0; i < children.length; ++i) {
+            const found = findChild(children[i], name)
+            if (found)
+                return found
+        }
+        if (item.contentItem && item.contentItem !== item) {
+            const found = findChild(item.contentItem, name)
+            if (found)
+                return found
+        }
+        return null
+    }
+
+    function openWindow() {
+        const window = createTemporaryObject(Qt.createComponent("qrc:/Ravelinth/Main.qml"), null)
+        verify(window)
+        window.content.showOnboarding = false
+        window.requestActivate()
+        tryVerify(() => window.active, 5000)
+        waitForRendering(window.contentItem)
+        return window
+    }
+
+    function test_opensAtLeastMinimumSizeOnTheScannerTab() {
+        const window = openWindow()
+        verify(window.width >= 1200)
+        verify(window.height >= 800)
+        compare(window.minimumWidth, 1200)
+        compare(window.minimumHeight, 800)
+        compare(window.content.selectedTab, "scanner")
+        const dashboardTab = findChild(window.content, "tab_dashboard")
+        compare(dashboardTab.title, "Dashboard")
+        mouseClick(dashboardTab)
+        compare(window.content.selectedTab, "dashboard")
+        verify(dashboardTab.isSelected)
+        mouseClick(findChild(window.content, "tab_scanner"))
+        compare(window.content.selectedTab, "scanner")
+    }
+
+    function test_toolbarFirstItemFollowsTheScan() {
+        const window = openWindow()
+        const button = window.toolbarScanButton
+        compare(button.text, "Scan")
+        compare(button.symbol, "play.fill")
+        compare(String(button.tint), String(Theme.accent))
+
+        window.viewModel.scanPath = "/usr"
+        mouseClick(button)
+        compare(window.viewModel.scanState.kind, "scanning")
+        compare(button.text, "Stop")
+        compare(button.symbol, "stop.fill")
+        compare(String(button.tint), String(Theme.red))
+
+        mouseClick(button)
+        compare(window.viewModel.scanState.kind, "cancelled")
+        compare(button.text, "Scan")
+        tryVerify(() => window.viewModel.scanState.kind === "completed", 20000)
+    }
+
+    function test_menuCommandsOnlyAnnounce() {
+        const window = openWindow()
+        const model = window.viewModel
+        const cases = [
+            { key: Qt.Key_N, name: "startNewScan" },
+            { key: Qt.Key_O, name: "browseFolder" },
+            { key: Qt.Key_Return, name: "startScan" },
+            { key: Qt.Key_Period, name: "stopScan" },
+            { key: Qt.Key_1, name: "showDashboard" },
+            { key: Qt.Key_2, name: "showScanner" },
+            { key: Qt.Key_R, name: "refreshDiskInfo" }
+        ]
+        for (const c of cases) {
+            posted.clear()
+            keyClick(c.key, Qt.ControlModifier)
+            compare(posted.count, 1, c.name)
+            compare(posted.signalArguments[0][0], c.name)
+            verify(posted.signalArguments[0][1] === undefined || posted.signalArguments[0][1] === null,
+                   c.name + " carries no object")
+        }
+        // Nothing acts on them: no scan started, no tab changed.
+        compare(model.scanState.kind, "idle")
+        compare(window.content.selectedTab, "scanner")
+
+        // Stop Scan while a scan runs leaves the scan running.
+        model.scanPath = "/usr"
+        model.startScan()
+        posted.clear()
+        keyClick(Qt.Key_Period, Qt.ControlModifier)
+        compare(posted.count, 1)
+        compare(model.scanState.kind, "scanning")
+        model.stopScan()
+
+        // The Quick Scan entries carry their location keys.
+        const scanMenu = window.menuBar.menuAt(2)
+        compare(scanMenu.title, "&Scan")
+        const quickScan = scanMenu.menuAt(3)
+        compare(quickScan.title, "Quick Scan")
+        const expected = [["Home Folder", "home"], ["Downloads", "downloads"],
+                          ["Desktop", "desktop"], ["Applications", "applications"]]
+        compare(quickScan.count, 4)
+        for (let i = 0; i < expected.length; ++i) {
+            posted.clear()
+            const item = quickScan.itemAt(i)
+            compare(item.text, expected[i][0])
+            item.action.trigger()
+            compare(posted.count, 1)
+            compare(posted.signalArguments[0][0], "quickScan")
+            compare(posted.signalArguments[0][1], expected[i][1])
+        }
+        tryVerify(() => model.scanState.kind === "completed", 20000)
+    }
+
+    function test_menuTitlesAndShortcuts() {
+        const window = openWindow()
+        const bar = window.menuBar
+        const menus = []
+        for (let i = 0; i < bar.count; ++i)
+            menus.push(bar.menuAt(i).title)
+        compare(menus, ["&File", "&Edit", "&Scan", "&View"])
+        function entries(menu) {
+            const list = []
+            for (let i = 0; i < menu.count; ++i) {
+                const item = menu.itemAt(i)
+                if (item && item.text !== undefined && item.text !== "")
+                    list.push(item.text + (item.shortcutText ? " " + item.shortcutText : ""))
+            }
+            return list
+        }
+        compare(entries(bar.menuAt(0)),
+                ["New Scan Ctrl+N", "Browse Folder... Ctrl+O", "Settings... Ctrl+,", "Quit Ctrl+Q"])
+        compare(entries(bar.menuAt(1)), ["Cut Ctrl+X", "Copy Ctrl+C", "Paste Ctrl+V", "Select All Ctrl+A"])
+        compare(entries(bar.menuAt(2)), ["Start Scan Ctrl+Return", "Stop Scan Ctrl+.", "Quick Scan"])
+        compare(entries(bar.menuAt(3)),
+                ["Show Dashboard Ctrl+1", "Show Scanner Ctrl+2", "Refresh Disk Info Ctrl+R"])
+    }
+
+    function test_selectAllTakesTheFilesEvenFromATextField() {
+        const window = openWindow()
+        const model = window.viewModel
+        model.minFileSizeMB = 0.001
+        model.scanPath = "/usr/share/common-licenses"
+        model.startScan()
+        tryVerify(() => model.scanState.kind === "completed", 20000)
+        verify(model.displayedCount > 0)
+        compare(model.selectedCount, 0)
+
+        const field = window.content.scannerView.pathField
+        mouseClick(field)
+        verify(field.activeFocus)
+        posted.clear()
+        keyClick(Qt.Key_A, Qt.ControlModifier)
+        compare(model.selectedCount, model.displayedCount)
+        compare(field.selectedText, "")
+        compare(posted.count, 1)
+        compare(posted.signalArguments[0][0], "selectAllFiles")
+    }
+
+    function test_errorAlert() {
+        const window = openWindow()
+        const model = window.viewModel
+        const alert = window.content.errorAlert
+        verify(!alert.visible)
+        model.errorMessage = "Directory not found: /nowhere"
+        tryCompare(alert, "opened", true)
+        compare(alert.title, "Error")
+        compare(findChild(alert, "errorText").text, "Directory not found: /nowhere")
+
+        // A new message while the alert is up replaces its text.
+        model.errorMessage = "Second failure"
+        compare(findChild(alert, "errorText").text, "Second failure")
+        verify(alert.visible)
+
+        const ok = alert.standardButton(0x00000400) // Dialog.Ok
+        verify(ok)
+        compare(ok.text, "OK")
+        mouseClick(ok)
+        tryCompare(alert, "visible", false)
+        compare(model.errorMessage, "")
+
+        // A failed scan reaches the user the same way.
+        model.scanPath = "/nonexistent/ravelinth-test"
+        model.startScan()
+        tryCompare(alert, "opened", true)
+        verify(findChild(alert, "errorText").text.indexOf("/nonexistent/ravelinth-test") >= 0)
+        keyClick(Qt.Key_Return)
+        tryCompare(alert, "visible", false)
+        compare(model.errorMessage, "")
+
+        // Escape dismisses it too, and the message goes with it.
+        model.errorMessage = "Third failure"
+        tryCompare(alert, "opened", true)
+        keyClick(Qt.Key_Escape)
+        tryCompare(alert, "visible", false)
+        compare(model.errorMessage, "")
+    }
+
+    Preferences {
+        id: preferences
+    }
+
+    function test_firstLaunchShowsTheTutorialLaterOnesDoNot() {
+        const component = Qt.createComponent("qrc:/Ravelinth/Main.qml")
+        preferences.hasSeenOnboarding = false
+        const first = createTemporaryObject(component, null)
+        verify(first.content.showOnboarding)
+        tryCompare(first.content.onboardingSheet, "opened", true)
+        compare(first.content.selectedTab, "scanner")
+        first.destroy()
+
+        preferences.hasSeenOnboarding = true
+        const later = createTemporaryObject(component, null)
+        verify(!later.content.showOnboarding)
+        wait(100)
+        verify(!later.content.onboardingSheet.visible)
+    }
+
+    function test_helpButtonShowsTheTutorialOverADimmedWindow() {
+        const window = openWindow()
+        const sheet = window.content.onboardingSheet
+        verify(!sheet.visible)
+        mouseClick(window.content.helpButton)
+        tryCompare(sheet, "opened", true)
+        verify(sheet.modal)
+        verify(sheet.dim)
+        keyClick(Qt.Key_Escape)
+        tryCompare(sheet, "visible", false)
+        compare(window.content.showOnboarding, false)
+        // It opens again as often as asked.
+        mouseClick(window.content.helpButton)
+        tryCompare(sheet, "opened", true)
+        window.content.showOnboarding = false
+        tryCompare(sheet, "visible", false)
+    }
+
+    function test_settingsWindowFollowsShowSettings() {
+        const window = openWindow()
+        const settings = window.settingsWindow
+        verify(!settings.visible)
+        keyClick(Qt.Key_Comma, Qt.ControlModifier)
+        compare(window.viewModel.showSettings, true)
+        tryCompare(settings, "visible", true)
+        settings.close()
+        tryCompare(settings, "visible", false)
+        tryCompare(window.viewModel, "showSettings", false)
+        window.viewModel.showSettings = true
+        tryCompare(settings, "visible", true)
+        window.viewModel.showSettings = false
+        tryCompare(settings, "visible", false)
+    }
+
+    function test_browseChoosesAFolder() {
+        const window = openWindow()
+        const model = window.viewModel
+        const chooser = window.content.folderChooser
+        model.scanPath = "/usr/share"
+        mouseClick(window.content.scannerView.browseButton)
+        tryVerify(() => chooser.visible, 5000)
+        compare(chooser.title, "Select Folder to Scan")
+        compare(String(chooser.currentFolder), "file:///usr/share")
+        const list = findChild(window.contentItem.parent, "folderDialogListView")
+        verify(list)
+        tryVerify(() => list.count > 0, 5000)
+
+        // Open without picking a row chooses the folder being shown, not the first row.
+        wait(100)
+        chooser.accept()
+        tryVerify(() => !chooser.visible, 5000)
+        tryCompare(model, "scanPath", "/usr/share")
+
+        // A row the user picked is the choice.
+        mouseClick(window.content.scannerView.browseButton)
+        tryVerify(() => chooser.visible, 5000)
+        tryVerify(() => list.count > 2, 5000)
+        wait(100)
+        list.currentIndex = 2
+        const picked = list.currentItem.file
+        chooser.accept()
+        tryVerify(() => !chooser.visible, 5000)
+        tryCompare(model, "scanPath", decodeURIComponent(String(picked).substring(7)))
+
+        // Cancelling keeps the path.
+        model.scanPath = "/usr/share"
+        mouseClick(window.content.scannerView.browseButton)
+        tryVerify(() => chooser.visible, 5000)
+        chooser.reject()
+        tryVerify(() => !chooser.visible, 5000)
+        wait(50)
+        compare(model.scanPath, "/usr/share")
+    }
+}

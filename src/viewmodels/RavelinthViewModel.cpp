@@ -43,6 +43,31 @@ QList<CategoryStats> largestFirst(QList<CategoryStats> stats) {
     return stats;
 }
 
+// The list's totals, summed in one pass.
+struct ListTotals {
+    qint64 totalSize = 0;
+    qint64 savings = 0;
+    int savingsCount = 0;
+};
+
+bool countsAsSavings(const FileItem &file);
+
+ListTotals sumTotals(const QList<FileItem> &files) {
+    ListTotals totals;
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        // The paths lie all over the heap: ask for the next ones early.
+        if (i + 8 < files.size())
+            __builtin_prefetch(files[i + 8].path.constData());
+        const FileItem &file = files[i];
+        totals.totalSize = checkedAdd(totals.totalSize, file.size);
+        if (countsAsSavings(file)) {
+            totals.savings = checkedAdd(totals.savings, file.size);
+            ++totals.savingsCount;
+        }
+    }
+    return totals;
+}
+
 bool countsAsSavings(const FileItem &file) {
     return file.category == ScanCategory::installer || file.category == ScanCategory::archive ||
            file.category == ScanCategory::cache || file.isDefinitelySafe();
@@ -85,6 +110,14 @@ struct RavelinthViewModel::Private {
     QFuture<SharedOrders> baseOrders;  // for filesGeneration
     QFuture<SharedOrders> namedOrders; // for filesGeneration
     SharedOrders orders;               // the best known for filesGeneration, or none
+    // The totals of filesGeneration, once summed. A long list is summed beside the queries and
+    // announced with totalsChanged; a read before that sums it at once.
+    mutable std::optional<ListTotals> totals;
+    const ListTotals &currentTotals() const {
+        if (!totals)
+            totals = sumTotals(files);
+        return *totals;
+    }
 
     FileListQuery query() const { return {categoryFilter, searchText, sortOption}; }
 };
@@ -236,8 +269,14 @@ void RavelinthViewModel::setFiles(QList<FileItem> files) {
     const bool selectionMoved = d->selection.count() > 0;
     d->selection.assign(d->filesGeneration, d->files, selected);
     d->selectedIds.reset();
+    d->totals.reset();
     computeOrders();
     emit filesChanged();
+    // A short list is summed at once; a long one when its orders are made.
+    if (d->files.size() < 20000) {
+        d->currentTotals();
+        emit totalsChanged();
+    }
     if (selectionMoved)
         emit selectedFilesChanged();
     requestDisplayedFiles();
@@ -253,7 +292,14 @@ void RavelinthViewModel::computeOrders() {
     d->namedOrders = named->future();
     base->start();
     named->start();
-    d->orderPool.start([files, base, named] {
+    const bool sumsTotals = files.size() >= 20000;
+    auto totals = std::make_shared<QPromise<ListTotals>>();
+    QFuture<ListTotals> summed = totals->future();
+    totals->start();
+    d->orderPool.start([files, base, named, totals, sumsTotals] {
+        if (sumsTotals)
+            totals->addResult(sumTotals(files));
+        totals->finish();
         auto orders = std::make_shared<FileListOrders>(computeFileListOrders(files));
         base->addResult(SharedOrders(std::make_shared<FileListOrders>(*orders)));
         base->finish();
@@ -271,6 +317,14 @@ void RavelinthViewModel::computeOrders() {
         if (!d->orders->nameRanks.isEmpty() || d->files.size() <= 1)
             d->baseOrders = d->namedOrders;
     };
+    if (sumsTotals) {
+        summed.then(this, [this, generation](const ListTotals &result) {
+            if (generation != d->filesGeneration)
+                return;
+            d->totals = result;
+            emit totalsChanged();
+        });
+    }
     d->baseOrders.then(this, keep);
     d->namedOrders.then(this, keep);
 }
@@ -304,23 +358,15 @@ QList<FileItem> RavelinthViewModel::selectedFileItems() const {
 }
 
 qint64 RavelinthViewModel::totalScannedSize() const {
-    qint64 total = 0;
-    for (const FileItem &file : std::as_const(d->files))
-        total = checkedAdd(total, file.size);
-    return total;
+    return d->currentTotals().totalSize;
 }
 
 qint64 RavelinthViewModel::potentialSavings() const {
-    qint64 total = 0;
-    for (const FileItem &file : std::as_const(d->files)) {
-        if (countsAsSavings(file))
-            total = checkedAdd(total, file.size);
-    }
-    return total;
+    return d->currentTotals().savings;
 }
 
 int RavelinthViewModel::potentialSavingsFileCount() const {
-    return int(std::count_if(d->files.cbegin(), d->files.cend(), countsAsSavings));
+    return d->currentTotals().savingsCount;
 }
 
 void RavelinthViewModel::requestDisplayedFiles() {

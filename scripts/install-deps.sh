@@ -19,6 +19,7 @@ PACKAGES=(
     qml6-module-qttest libqt6quicktest6 libqt6svg6
     fonts-material-design-icons-iconfont fonts-noto-color-emoji fonts-dejavu-core
     xvfb xauth dbus libglib2.0-bin trash-cli e2fsprogs util-linux xdotool
+    clang libclang-rt-14-dev ccache
 )
 
 missing=()

@@ -1,6 +1,7 @@
 #include "cli/ScanReport.h"
 
 #include "cli/JsonWriter.h"
+#include "cli/TerminalText.h"
 #include "models/ByteCountFormatter.h"
 #include "models/ScanState.h"
 
@@ -18,10 +19,11 @@ void writeTableReport(FILE *stream, const ScanResult &result) {
     if (!result.files.isEmpty())
         std::fprintf(stream, "%10s  %-12s  %-6s  %s\n", "SIZE", "CATEGORY", "STATUS", "PATH");
     for (const FileItem &file : result.files) {
-        std::fprintf(
-            stream, "%10s  %-12s  %-6s  %s\n", formatByteCount(file.size).toUtf8().constData(),
-            file.category.rawValue().toUtf8().constData(),
-            file.isSafeToDelete() ? "Safe" : "Review", file.displayPath().toUtf8().constData());
+        std::fprintf(stream, "%10s  %-12s  %-6s  %s\n",
+                     formatByteCount(file.size).toUtf8().constData(),
+                     file.category.rawValue().toUtf8().constData(),
+                     file.isSafeToDelete() ? "Safe" : "Review",
+                     terminalText(file.displayPath()).constData());
     }
     if (!result.files.isEmpty())
         std::fputc('\n', stream);

@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
+#include "cli/TerminalText.h"
 #include "services/TrashService.h"
 
 #include <cstdio>
@@ -69,9 +70,10 @@ int runTrashCommand(const QList<QByteArray> &arguments) {
                 writer.field("error", failure->error);
             writer.endObject();
         } else if (success) {
-            std::printf("moved: %s\n", success->originalPath.constData());
+            std::printf("moved: %s\n",
+                        terminalText(QString::fromUtf8(success->originalPath)).constData());
         } else {
-            std::printf("%s\n", failure->error.toUtf8().constData());
+            std::printf("%s\n", terminalText(failure->error).constData());
         }
     }
     if (json) {

@@ -72,12 +72,21 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
 
     WalkEntry entry;
     while (!stack.empty()) {
-        Frame &frame = stack.back();
-        if (frame.next >= frame.listing.size() || frame.fd < 0) {
-            // A folder whose descriptor could not be recovered (moved away meanwhile) ends here.
+        if (stack.back().next >= stack.back().listing.size()) {
             popFrame(stack);
             continue;
         }
+        if (stack.back().fd < 0) {
+            // Everything from the folder that was moved away downwards ends here; its ancestors
+            // and their other entries are still walked.
+            const std::ptrdiff_t lost = reopenByName(stack, stack.size() - 1, path, rootIsSlash);
+            if (lost >= 0) {
+                while (stack.size() > std::size_t(lost))
+                    popFrame(stack);
+                continue;
+            }
+        }
+        Frame &frame = stack.back();
         const std::size_t index = frame.next++;
         const char *name = frame.listing.name(index);
         if (d->options.skipHiddenEntries && isHiddenName(name))

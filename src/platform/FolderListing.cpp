@@ -103,13 +103,47 @@ bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &f
 }
 
 void trimDescriptors(std::vector<Frame> &stack) {
-    if (stack.size() > descriptorBudget) {
+    if (stack.size() > descriptorBudget + 1) {
         Frame &far = stack[stack.size() - descriptorBudget - 1];
         if (far.fd >= 0) {
             ::close(far.fd);
             far.fd = -1;
         }
     }
+}
+
+std::ptrdiff_t reopenByName(std::vector<Frame> &stack, std::size_t index, const QByteArray &path,
+                            bool rootIsSlash) {
+    std::size_t level = index;
+    while (level > 0 && stack[level].fd < 0)
+        --level;
+    int fd = stack[level].fd;
+    if (fd < 0)
+        return std::ptrdiff_t(level);
+    bool borrowed = true;
+    while (level < index) {
+        const Frame &parent = stack[level];
+        const Frame &child = stack[level + 1];
+        const qsizetype start = parent.pathLength + (rootIsSlash && parent.pathLength == 1 ? 0 : 1);
+        const QByteArray name = path.mid(start, child.pathLength - start);
+        const int next =
+            ::openat(fd, name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+        if (!borrowed)
+            ::close(fd);
+        borrowed = false;
+        fd = next;
+        ++level;
+        struct stat info {};
+        if (fd >= 0 && (::fstat(fd, &info) != 0 || info.st_dev != child.device ||
+                        info.st_ino != child.inode)) {
+            ::close(fd);
+            fd = -1;
+        }
+        if (fd < 0)
+            return std::ptrdiff_t(level);
+    }
+    stack[index].fd = fd;
+    return -1;
 }
 
 void popFrame(std::vector<Frame> &stack) {

@@ -2,6 +2,8 @@
 
 #include "platform/DirectoryWalker.h"
 
+#include <QByteArray>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -45,8 +47,17 @@ struct Frame {
 bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
                std::optional<dev_t> parentDevice = std::nullopt);
 
-// Keeps the descriptors of the nearest `descriptorBudget` frames only.
+// Keeps the descriptors of the nearest `descriptorBudget` frames only, and of the first, from
+// which any other can be found again by name.
 void trimDescriptors(std::vector<Frame> &stack);
+
+// Gives the frame at `index` a descriptor again when ".." could not (a folder between it and its
+// child was moved meanwhile): walks down by name from the nearest frame still open, checking each
+// step against the identity recorded on the way down. `path` is the walk's path buffer, which
+// holds the frames' paths; `rootIsSlash` tells that the first frame is "/". Returns the level at
+// which the way was lost, or -1 when the frame is back.
+std::ptrdiff_t reopenByName(std::vector<Frame> &stack, std::size_t index, const QByteArray &path,
+                            bool rootIsSlash);
 
 // Leaves the top frame, first giving its parent a descriptor again if the parent lost it.
 void popFrame(std::vector<Frame> &stack);

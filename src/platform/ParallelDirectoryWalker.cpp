@@ -202,11 +202,22 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
             break;
         if (hungry.load(std::memory_order_relaxed) > 0)
             handOff(worker, stack, branch, path);
-        Frame &frame = stack.back();
-        if (frame.next >= std::min(frame.listing.size(), branch.back().end) || frame.fd < 0) {
+        if (stack.back().next >= std::min(stack.back().listing.size(), branch.back().end)) {
             pop();
             continue;
         }
+        if (stack.back().fd < 0) {
+            // As in DirectoryWalker: what lies below a folder moved away ends here.
+            const std::ptrdiff_t lost = reopenByName(stack, stack.size() - 1, path, rootIsSlash);
+            if (lost >= 0) {
+                while (stack.size() > std::size_t(std::max<std::ptrdiff_t>(lost, 1)))
+                    pop();
+                if (lost == 0)
+                    break;
+                continue;
+            }
+        }
+        Frame &frame = stack.back();
         const std::size_t index = frame.next++;
         const char *name = frame.listing.name(index);
         if (options.skipHiddenEntries && isHiddenName(name))

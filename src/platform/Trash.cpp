@@ -72,19 +72,23 @@ QByteArray readSmallFile(const QByteArray &path) {
     return contents;
 }
 
-// GIO does not say where it put the item. Its info file is named after the item (with a number
-// added on a clash) and records the original path: the newest such file is the one just made.
+// GIO does not say where it put the item. Its info file is named after the item and records
+// the original path: the newest such file is the one just made. On a clash GIO puts a number
+// after the part of the name before its first dot ("same.bin" becomes "same.2.bin"), so only
+// that part is sure to be there.
 std::optional<QByteArray> findTrashedItem(const QByteArray &trashDirectory,
                                           const QByteArray &recordedPath, const QByteArray &name) {
     const QByteArray infoDirectory = trashDirectory + "/info";
     DIR *directory = ::opendir(infoDirectory.constData());
     if (!directory)
         return std::nullopt;
+    const qsizetype dot = name.indexOf('.');
+    const QByteArray stem = dot < 0 ? name : name.left(dot);
     std::optional<QByteArray> found;
     timespec newest{0, 0};
     while (dirent *entry = ::readdir(directory)) {
         const QByteArray entryName(entry->d_name);
-        if (!entryName.startsWith(name) || !entryName.endsWith(".trashinfo"))
+        if (!entryName.startsWith(stem) || !entryName.endsWith(".trashinfo"))
             continue;
         const QByteArray infoPath = infoDirectory + '/' + entryName;
         const QByteArray contents = readSmallFile(infoPath);

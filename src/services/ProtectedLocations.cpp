@@ -29,8 +29,11 @@ QByteArray realPath(const QByteArray &path) {
 }
 
 // The path as the kernel will reach it: its folder's links resolved, the item itself not (a
-// link is trashed as a link).
+// link is trashed as a link). A trailing slash names what a link points at, so then the whole
+// path is resolved.
 QByteArray resolvedPath(const QByteArray &absolute) {
+    if (absolute.size() > 1 && absolute.endsWith('/'))
+        return realPath(absolute);
     QByteArray trimmed = absolute;
     while (trimmed.size() > 1 && trimmed.endsWith('/'))
         trimmed.chop(1);

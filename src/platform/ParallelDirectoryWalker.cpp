@@ -124,7 +124,7 @@ WalkOpenResult ParallelDirectoryWalker::open() {
     Task task;
     task.frame.fd = fd;
     task.frame.pathLength = d->rootPath.size();
-    task.path = d->rootPath;
+    task.path = QByteArray(d->rootPath.constData(), d->rootPath.size());
     task.segment = d->root;
     d->pool.push_back(std::move(task));
     return WalkOpenResult::ok;
@@ -340,7 +340,8 @@ void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &s
             frame.listing = Listing();
         }
         task.frame.next = split;
-        task.path = path.left(frame.pathLength);
+        // A copy of its own: `left` may share the buffer this worker goes on writing.
+        task.path = QByteArray(path.constData(), frame.pathLength);
         task.listed = true;
         task.segment = &rest;
         info.end = split;

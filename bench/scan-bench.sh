@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Times `ravelinth scan` against fd, find, gdu and ncdu on one warm tree, in one run, and prints
-# medians, peak memory and ratios. Usage:
+# Times `ravelinth scan` against fd, find, gdu and ncdu on one warm tree (or cold, dropping the
+# page cache before every run, which needs root), in one run, and prints medians, peak memory
+# and ratios, then the peak memory of a scan that keeps every file. Usage:
 #   bench/scan-bench.sh [--tree DIR] [--files N] [--folders N] [--rounds N] [--cold]
 # Defaults: 1,000,000 files in 60,000 folders under /work/bench-trees (or $BENCH_TREES), 5 rounds.
 set -euo pipefail
@@ -39,12 +40,13 @@ build/bin/make_tree "$tree" --files "$files" --folders "$folders" --large 300
 # Every tool walks the same entries: hidden ones included, 100 MiB and more.
 declare -A commands=(
     [ravelinth]="build/bin/ravelinth scan $tree --min-size-mb 100 --hidden --print0"
+    [ravelinth-1]="env RAVELINTH_SCAN_THREADS=1 build/bin/ravelinth scan $tree --min-size-mb 100 --hidden --print0"
     [fd]="fdfind -u --type f --size +100Mi . $tree"
     [find]="find $tree -type f -size +100M"
     [gdu]="gdu --non-interactive --no-progress $tree"
     [ncdu]="ncdu -0 -x -o /dev/null $tree"
 )
-tools=(ravelinth fd find gdu ncdu)
+tools=(ravelinth ravelinth-1 fd find gdu ncdu)
 
 kept=$(build/bin/ravelinth scan "$tree" --min-size-mb 100 --hidden --print0 | tr -cd '\0' | wc -c)
 found=$(find "$tree" -type f -size +100M | wc -l)
@@ -79,16 +81,35 @@ for line in open(sys.argv[1]):
         continue
     times.setdefault(parts[0], []).append(float(parts[1]))
     memory[parts[0]] = max(memory.get(parts[0], 0), int(parts[2]))
-order = ["ravelinth", "fd", "find", "gdu", "ncdu"]
+order = ["ravelinth", "ravelinth-1", "fd", "find", "gdu", "ncdu"]
+peers_of = ["fd", "find", "gdu", "ncdu"]
 ours = statistics.median(times["ravelinth"])
 print(f"\n{'cold' if sys.argv[2] == '1' else 'warm'} cache, {len(times['ravelinth'])} rounds")
-print(f"{'tool':<10} {'median s':>9} {'min s':>7} {'peak MiB':>9} {'ravelinth / tool':>17}")
+print(f"{'tool':<12} {'median s':>9} {'min s':>7} {'peak MiB':>9} {'ravelinth / tool':>17}")
 for tool in order:
     if tool not in times:
         continue
     median = statistics.median(times[tool])
-    print(f"{tool:<10} {median:>9.2f} {min(times[tool]):>7.2f} {memory[tool] / 1024:>9.1f} {ours / median:>17.2f}")
-peers = [statistics.median(times[t]) for t in order[1:] if t in times]
-print(f"\nravelinth / fastest peer: {ours / min(peers):.2f}")
+    print(f"{tool:<12} {median:>9.2f} {min(times[tool]):>7.2f} {memory[tool] / 1024:>9.1f} {ours / median:>17.2f}")
+peers = {t: statistics.median(times[t]) for t in peers_of if t in times}
+fastest = min(peers, key=peers.get)
+print(f"\nravelinth / fastest peer ({fastest}): {ours / peers[fastest]:.2f}   (target: at most 0.55)")
+print("ravelinth-1 is the same scan walked on one thread")
 PY
 rm -f "$results"
+
+# Memory with every file kept: the peak of a scan at threshold 0, per kept file.
+zero=$(mktemp)
+/usr/bin/time -f "%M" -o "$zero" build/bin/ravelinth scan "$tree" --min-size-mb 0 --hidden --print0 \
+    | python3 -c '
+import sys
+paths = sys.stdin.buffer.read().split(b"\0")[:-1]
+print(len(paths), sum(len(p) for p in paths))' >"$zero.count"
+read -r count pathbytes <"$zero.count"
+peak_kib=$(tail -1 "$zero")
+python3 -c "
+count, path_bytes, peak = $count, $pathbytes, $peak_kib * 1024
+print(f'threshold 0: {count} kept files, peak {peak / 2**20:.0f} MiB = {peak / count:.0f} bytes per kept file, '
+      f'of which {path_bytes / count:.0f} are the path itself ({(peak - path_bytes) / count:.0f} beyond it, '
+      'the process itself included)')"
+rm -f "$zero" "$zero.count"

@@ -4,8 +4,11 @@
 
 namespace ravelinth {
 
-// `needle` must be lower-case ASCII; bytes of `haystack` outside A-Z are compared as they are.
-// `needle` must already be lower-case ASCII.
+// `needle` must already be lower-case ASCII; bytes of `haystack` outside A-Z are compared as
+// they are.
 bool asciiContainsIgnoringCase(QByteArrayView haystack, QByteArrayView needle);
+
+// True when every byte is below 0x80.
+bool isAsciiText(QByteArrayView bytes);
 
 } // namespace ravelinth

@@ -44,6 +44,14 @@ struct FileItem {
     bool operator==(const FileItem &other) const { return path == other.path; }
 };
 
+} // namespace ravelinth
+
+// Every member may be moved as raw bytes, so a growing list of a million files is moved by the
+// allocator's page remapping instead of element by element, and never held twice.
+Q_DECLARE_TYPEINFO(ravelinth::FileItem, Q_RELOCATABLE_TYPE);
+
+namespace ravelinth {
+
 inline size_t qHash(const FileItem &item, size_t seed = 0) {
     return qHash(item.path, seed);
 }

@@ -122,8 +122,14 @@ bool ScanCategory::isInCacheDirectory(QStringView path) {
 bool ScanCategory::isInCacheDirectory(QByteArrayView path) {
     // The indicators are ASCII and no non-ASCII character lower-cases to one of their letters,
     // so an ASCII-insensitive search of the raw bytes gives the same answer without decoding.
-    for (const QString &indicator : FileTypeDefinition::cacheIndicators()) {
-        if (asciiContainsIgnoringCase(path, indicator.toLatin1()))
+    static const QList<QByteArray> indicators = [] {
+        QList<QByteArray> bytes;
+        for (const QString &indicator : FileTypeDefinition::cacheIndicators())
+            bytes.append(indicator.toLatin1());
+        return bytes;
+    }();
+    for (const QByteArray &indicator : indicators) {
+        if (asciiContainsIgnoringCase(path, indicator))
             return true;
     }
     return false;

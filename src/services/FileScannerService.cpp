@@ -2,17 +2,25 @@
 
 #include "models/CheckedMath.h"
 #include "platform/DirectoryWalker.h"
+#include "platform/ParallelDirectoryWalker.h"
 #include "platform/StandardLocations.h"
+#include "platform/ThreadPriority.h"
 #include "services/ScanPruning.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
 #include <QPointer>
+#include <QThread>
 #include <QThreadPool>
+#include <QTimer>
 #include <QtConcurrent>
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace ravelinth {
 
@@ -43,7 +51,11 @@ const QList<QByteArray> &FileScannerService::systemSkippedNames() {
 }
 
 struct FileScannerService::Private {
+    int walkThreads = 1;
+    std::atomic<bool> yieldsToInterface{false};
     QThreadPool pool;
+    // Runs the walk's workers besides the one on `pool`'s thread.
+    QThreadPool walkPool;
     // Set by cancel() from any thread; the walk looks at it only after a progress report.
     std::atomic<bool> cancelRequested{false};
     // Set on destruction: ends a walk at the next entry, whatever the progress count.
@@ -52,14 +64,36 @@ struct FileScannerService::Private {
     std::atomic<qint64> bytesScanned{0};
 };
 
+int FileScannerService::defaultWalkThreads() {
+    // For measuring: RAVELINTH_SCAN_THREADS=1 walks on one thread, as it used to.
+    bool ok = false;
+    const int chosen = qEnvironmentVariableIntValue("RAVELINTH_SCAN_THREADS", &ok);
+    if (ok && chosen > 0)
+        return std::min(chosen, 64);
+    // The time goes to system calls, so two walkers nearly halve a scan even on two cores. Twice
+    // as many walkers as cores cost nothing when the tree is in memory and help a lot when it is
+    // not, as each then waits on disk reads of its own; past eight they only contend for the
+    // same folders' locks.
+    return std::clamp(2 * QThread::idealThreadCount(), 4, 8);
+}
+
 FileScannerService::FileScannerService(QObject *parent)
+    : FileScannerService(defaultWalkThreads(), parent) {}
+
+FileScannerService::FileScannerService(int walkThreads, QObject *parent)
     : QObject(parent), d(std::make_unique<Private>()) {
+    d->walkThreads = std::max(1, walkThreads);
     d->pool.setMaxThreadCount(1);
+    d->walkPool.setMaxThreadCount(std::max(1, d->walkThreads - 1));
 }
 
 FileScannerService::~FileScannerService() {
     d->abandoned = true;
     d->pool.waitForDone();
+}
+
+void FileScannerService::setYieldsToInterface(bool yields) {
+    d->yieldsToInterface = yields;
 }
 
 void FileScannerService::cancel() {
@@ -73,92 +107,291 @@ qint64 FileScannerService::bytesScanned() const {
     return d->bytesScanned;
 }
 
+namespace {
+
+using ReportProgress = std::function<void(qint64, qint64, QString)>;
+
+// Reports wait here and reach the receiver's thread in batches, every report still on a handler
+// call of its own and in order. Waking the main thread for every hundred files cost the walk
+// more than the reports themselves; a batch every few milliseconds is still far faster than a
+// screen redraws.
+class ProgressMailbox : public std::enable_shared_from_this<ProgressMailbox> {
+public:
+    ProgressMailbox(QPointer<QObject> receiver, ScanProgressHandler handler)
+        : m_receiver(std::move(receiver)), m_handler(std::move(handler)) {}
+
+    // Any thread.
+    void post(qint64 files, qint64 bytes, QString path) {
+        bool schedule = false;
+        {
+            std::lock_guard lock(m_mutex);
+            m_pending.push_back({files, bytes, std::move(path)});
+            schedule = !std::exchange(m_scheduled, true);
+        }
+        if (!schedule)
+            return;
+        QMetaObject::invokeMethod(
+            m_receiver.data(),
+            [self = shared_from_this()] {
+                QTimer::singleShot(batchMSecs, self->m_receiver.data(),
+                                   [self] { self->deliver(); });
+            },
+            Qt::QueuedConnection);
+    }
+
+    // Any thread: hands over what is pending without waiting for the batch's timer.
+    void flush() {
+        QMetaObject::invokeMethod(
+            m_receiver.data(), [self = shared_from_this()] { self->deliver(); },
+            Qt::QueuedConnection);
+    }
+
+private:
+    static constexpr int batchMSecs = 8;
+
+    struct Report {
+        qint64 files;
+        qint64 bytes;
+        QString path;
+    };
+
+    void deliver() {
+        std::vector<Report> reports;
+        {
+            std::lock_guard lock(m_mutex);
+            reports.swap(m_pending);
+            m_scheduled = false;
+        }
+        for (const Report &report : reports)
+            m_handler(report.files, report.bytes, report.path);
+    }
+
+    QPointer<QObject> m_receiver;
+    ScanProgressHandler m_handler;
+    std::mutex m_mutex;
+    std::vector<Report> m_pending;
+    bool m_scheduled = false;
+};
+
+// What the walkers share: the counters behind the progress reports, the stop, and the kept
+// files. Every counted file passes through one lock, so the counts, the reports and the point of
+// a stop come in one order whatever the number of walkers.
+//
+// The kept files go into one list, in the order they were counted; the walkers remember where
+// theirs went, so that the walk order can be restored in place at the end. One list, not one per
+// walker copied together at the end, keeps a million kept files from needing their size twice.
+class ScanCounter {
+public:
+    ScanCounter(std::atomic<bool> &cancelRequested, std::atomic<bool> &abandoned,
+                ReportProgress report)
+        : m_cancelRequested(cancelRequested), m_abandoned(abandoned), m_report(std::move(report)) {}
+
+    bool isStopped() const {
+        return m_stopped.load(std::memory_order_relaxed) ||
+               m_abandoned.load(std::memory_order_relaxed);
+    }
+
+    static constexpr qsizetype notKept = -1;
+    static constexpr qsizetype stopped = -2;
+
+    // Counts one sized file and keeps `item` if there is one. Answers where the item went,
+    // notKept without one, or stopped when the walk has already been stopped (nothing counted).
+    qsizetype count(const platform::WalkEntry &entry, std::optional<FileItem> item) {
+        std::lock_guard lock(m_mutex);
+        if (m_stopped.load(std::memory_order_relaxed))
+            return stopped;
+        m_files = checkedAdd(m_files, 1);
+        m_bytes = checkedAdd(m_bytes, entry.size);
+        if (m_files % 100 == 0) {
+            m_report(m_files, m_bytes, QString::fromUtf8(entry.path));
+            // The only point where a stop request can reach the walk. This file still counts.
+            if (m_cancelRequested)
+                m_stopped = true;
+        }
+        if (!item)
+            return notKept;
+        CategoryStats &stats = m_categories[item->category.index()];
+        stats.fileCount = checkedAdd(stats.fileCount, 1);
+        stats.totalSize = checkedAdd(stats.totalSize, item->size);
+        m_kept.append(std::move(*item));
+        return m_kept.size() - 1;
+    }
+
+    qint64 files() const { return m_files; }
+    qint64 bytes() const { return m_bytes; }
+    QList<FileItem> &kept() { return m_kept; }
+    const CategoryStatsTable &categories() const { return m_categories; }
+
+private:
+    std::atomic<bool> &m_cancelRequested;
+    std::atomic<bool> &m_abandoned;
+    ReportProgress m_report;
+    std::mutex m_mutex;
+    std::atomic<bool> m_stopped{false};
+    qint64 m_files = 0;
+    qint64 m_bytes = 0;
+    QList<FileItem> m_kept;
+    CategoryStatsTable m_categories = makeEmptyCategoryStatsTable();
+};
+
+platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &counter,
+                               qint64 minFileSizeBytes, std::vector<std::uint32_t> &keptAt) {
+    if (counter.isStopped())
+        return {platform::WalkDecision::stop, false};
+    if (!entry.hasAttributes)
+        return {platform::WalkDecision::skipDescendants, false};
+    if (entry.isDirectory)
+        return {platform::WalkDecision::proceed, false};
+    std::optional<FileItem> item;
+    if (entry.size >= minFileSizeBytes) {
+        const ScanCategory category = ScanCategory::isInCacheDirectory(entry.path)
+                                          ? ScanCategory(ScanCategory::cache)
+                                          : ScanCategory::from(fileExtensionOf(entry.name));
+        item = FileItem::make(entry.path.toByteArray(), entry.size, entry.modifiedMSecs, category);
+    }
+    const qsizetype at = counter.count(entry, std::move(item));
+    if (at == ScanCounter::stopped)
+        return {platform::WalkDecision::stop, false};
+    if (at == ScanCounter::notKept)
+        return {platform::WalkDecision::proceed, false};
+    keptAt.push_back(std::uint32_t(at));
+    return {platform::WalkDecision::proceed, true};
+}
+
+// Puts `files[order[k]]` at place k for every k, moving each file once; `order` is used up.
+void permuteInPlace(QList<FileItem> &files, std::vector<std::uint32_t> &order) {
+    constexpr std::uint32_t done = UINT32_MAX;
+    for (std::uint32_t start = 0; start < order.size(); ++start) {
+        if (order[start] == done || order[start] == start) {
+            order[start] = done;
+            continue;
+        }
+        FileItem held = std::move(files[start]);
+        std::uint32_t at = start;
+        while (order[at] != start) {
+            const std::uint32_t from = order[at];
+            files[at] = std::move(files[from]);
+            order[at] = done;
+            at = from;
+        }
+        files[at] = std::move(held);
+        order[at] = done;
+    }
+}
+
+} // namespace
+
 QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration configuration,
                                               ScanProgressHandler progressHandler) {
     // A cancel that arrives before the scan begins is lost, as the flag starts every scan clear.
     d->cancelRequested = false;
     d->filesScanned = 0;
     d->bytesScanned = 0;
-    QPointer<FileScannerService> self(this);
     Private *state = d.get();
 
-    auto report = [self, progressHandler](qint64 files, qint64 bytes, QString current) {
-        if (!progressHandler)
-            return;
-        // Queued to the service's (the caller's) thread; the walk does not wait for it.
-        QMetaObject::invokeMethod(
-            self.data(),
-            [progressHandler, files, bytes, current = std::move(current)] {
-                progressHandler(files, bytes, current);
-            },
-            Qt::QueuedConnection);
+    std::shared_ptr<ProgressMailbox> mailbox;
+    if (progressHandler)
+        mailbox = std::make_shared<ProgressMailbox>(QPointer<QObject>(this), progressHandler);
+    ReportProgress report = [state, mailbox](qint64 files, qint64 bytes, QString current) {
+        state->filesScanned = files;
+        state->bytesScanned = bytes;
+        if (mailbox)
+            mailbox->post(files, bytes, std::move(current));
     };
 
     return QtConcurrent::run(
-        &d->pool, [state, path = std::move(path), configuration, report]() -> ScanOutcome {
-            qint64 filesScanned = 0;
-            qint64 bytesScanned = 0;
-            QList<FileItem> largeFiles;
-            CategoryStatsTable categoryStats = makeEmptyCategoryStatsTable();
+        &d->pool, [state, path = std::move(path), configuration, report, mailbox]() -> ScanOutcome {
             QElapsedTimer clock;
             clock.start();
-
             platform::WalkOptions options;
             options.skipHiddenEntries = !configuration.includeHiddenFiles;
             options.isPruned = makeScanPruning(configuration.skipSystemDirectories);
-            platform::DirectoryWalker walker(path, options);
-            switch (walker.open()) {
-            case platform::WalkOpenResult::notFound:
-                return FileScannerError::makePathNotFound(path);
-            case platform::WalkOpenResult::failed:
-                return FileScannerError::makeEnumeratorFailed();
-            case platform::WalkOpenResult::ok:
-            case platform::WalkOpenResult::notAFolder:
-                break;
+            ScanCounter counter(state->cancelRequested, state->abandoned, report);
+            const int workers = state->walkThreads;
+            const bool yields = state->yieldsToInterface;
+            if (yields)
+                platform::yieldToInteractiveThreads();
+            // For each walker, where each file it kept went in the counter's list.
+            std::vector<std::vector<std::uint32_t>> keptAt(static_cast<size_t>(workers));
+            std::vector<platform::EmittedRun> runs;
+
+            auto opened = [&path](platform::WalkOpenResult result) -> std::optional<ScanOutcome> {
+                switch (result) {
+                case platform::WalkOpenResult::notFound:
+                    return FileScannerError::makePathNotFound(path);
+                case platform::WalkOpenResult::failed:
+                    return FileScannerError::makeEnumeratorFailed();
+                case platform::WalkOpenResult::ok:
+                case platform::WalkOpenResult::notAFolder:
+                    break;
+                }
+                return std::nullopt;
+            };
+
+            if (workers == 1) {
+                platform::DirectoryWalker walker(path, options);
+                if (auto failure = opened(walker.open()))
+                    return *failure;
+                walker.walk([&](const platform::WalkEntry &entry) {
+                    return visitEntry(entry, counter, configuration.minFileSizeBytes, keptAt[0])
+                        .decision;
+                });
+                runs.push_back({0, 0, std::uint32_t(keptAt[0].size())});
+            } else {
+                platform::ParallelDirectoryWalker walker(path, options, workers);
+                if (auto failure = opened(walker.open()))
+                    return *failure;
+                const platform::ParallelDirectoryWalker::Visit visit =
+                    [&](int worker, const platform::WalkEntry &entry) {
+                        return visitEntry(entry, counter, configuration.minFileSizeBytes,
+                                          keptAt[size_t(worker)]);
+                    };
+                QList<QFuture<void>> others;
+                for (int worker = 1; worker < workers; ++worker) {
+                    others.append(
+                        QtConcurrent::run(&state->walkPool, [&walker, &visit, worker, yields] {
+                            if (yields)
+                                platform::yieldToInteractiveThreads();
+                            walker.runWorker(worker, visit);
+                        }));
+                }
+                walker.runWorker(0, visit);
+                for (QFuture<void> &other : others)
+                    other.waitForFinished();
+                runs = walker.emittedInWalkOrder();
             }
-
-            bool isCancelled = false;
-            walker.walk([&](const platform::WalkEntry &entry) {
-                if (isCancelled || state->abandoned)
-                    return platform::WalkDecision::stop;
-                if (!entry.hasAttributes)
-                    return platform::WalkDecision::skipDescendants;
-                if (entry.isDirectory)
-                    return platform::WalkDecision::proceed;
-
-                filesScanned = checkedAdd(filesScanned, 1);
-                bytesScanned = checkedAdd(bytesScanned, entry.size);
-                if (filesScanned % 100 == 0) {
-                    state->filesScanned = filesScanned;
-                    state->bytesScanned = bytesScanned;
-                    report(filesScanned, bytesScanned, QString::fromUtf8(entry.path));
-                    // The only point where a stop request can reach the walk.
-                    isCancelled = state->cancelRequested;
-                }
-                if (entry.size >= configuration.minFileSizeBytes) {
-                    const ScanCategory category =
-                        ScanCategory::isInCacheDirectory(entry.path)
-                            ? ScanCategory(ScanCategory::cache)
-                            : ScanCategory::from(fileExtensionOf(entry.name));
-                    largeFiles.append(FileItem::make(entry.path.toByteArray(), entry.size,
-                                                     entry.modifiedMSecs, category));
-                    CategoryStats &stats = categoryStats[category.index()];
-                    stats.fileCount = checkedAdd(stats.fileCount, 1);
-                    stats.totalSize = checkedAdd(stats.totalSize, entry.size);
-                }
-                return platform::WalkDecision::proceed;
-            });
-            state->filesScanned = filesScanned;
-            state->bytesScanned = bytesScanned;
+            state->filesScanned = counter.files();
+            state->bytesScanned = counter.bytes();
+            // Every report reaches the caller's thread before the result does.
+            if (mailbox)
+                mailbox->flush();
 
             ScanResult result;
             result.duration = double(clock.nsecsElapsed()) / 1e9;
-            for (const FileItem &item : std::as_const(largeFiles))
-                result.totalSize = checkedAdd(result.totalSize, item.size);
-            std::stable_sort(largeFiles.begin(), largeFiles.end(),
-                             [](const FileItem &a, const FileItem &b) { return a.size > b.size; });
-            result.files = std::move(largeFiles);
-            result.categoryStats = categoryStats;
+            result.categoryStats = counter.categories();
+            QList<FileItem> &files = counter.kept();
+            files.squeeze();
+
+            // Largest first; equal sizes keep the order of a single depth-first walk.
+            std::vector<std::pair<qint64, std::uint32_t>> bySize;
+            bySize.reserve(size_t(files.size()));
+            for (const platform::EmittedRun &run : runs) {
+                const std::vector<std::uint32_t> &places = keptAt[run.worker];
+                for (std::uint32_t i = run.start; i < run.start + run.count; ++i)
+                    bySize.emplace_back(files[places[i]].size, places[i]);
+            }
+            keptAt = {};
+            for (const auto &entry : bySize)
+                result.totalSize = checkedAdd(result.totalSize, entry.first);
+            std::stable_sort(bySize.begin(), bySize.end(),
+                             [](const auto &a, const auto &b) { return a.first > b.first; });
+            std::vector<std::uint32_t> order(bySize.size());
+            for (size_t i = 0; i < order.size(); ++i)
+                order[i] = bySize[i].second;
+            bySize = {};
+            permuteInPlace(files, order);
+            files.squeeze();
+            result.files = std::move(files);
             result.scannedPath = path;
             result.timestamp = QDateTime::currentDateTimeUtc();
             return result;

@@ -36,8 +36,8 @@ using ScanOutcome = Expected<ScanResult, FileScannerError>;
 // (files counted so far, bytes counted so far, display path of the current file)
 using ScanProgressHandler = std::function<void(qint64, qint64, const QString &)>;
 
-// Walks one folder tree on a worker thread of its own and keeps the files at or above the
-// configured size.
+// Walks one folder tree on worker threads of its own and keeps the files at or above the
+// configured size. However many threads walk, the result is that of one depth-first walk.
 //
 // scan() returns at once. The future finishes with the ScanResult (or the error) once the walk
 // is done; continue it on the main thread with `future.then(context, ...)`. Every 100 counted
@@ -53,10 +53,16 @@ class FileScannerService : public QObject {
 
 public:
     explicit FileScannerService(QObject *parent = nullptr);
+    // `walkThreads` walkers share the tree; 1 walks it on the scan's thread alone. The result is
+    // the same for any number.
+    explicit FileScannerService(int walkThreads, QObject *parent = nullptr);
     ~FileScannerService() override;
 
     QFuture<ScanOutcome> scan(QByteArray path, ScanConfiguration configuration,
                               ScanProgressHandler progressHandler = {});
+    // Behind a window: the walk's threads then give way to the interface's whenever it wants the
+    // processor, and take every cycle it leaves. Off by default (a command line has no window).
+    void setYieldsToInterface(bool yields);
     void cancel();
 
     // The walk's counters: every sized non-directory entry met, kept or not. Read them once the
@@ -64,6 +70,7 @@ public:
     qint64 filesScanned() const;
     qint64 bytesScanned() const;
 
+    static int defaultWalkThreads();
     static const QList<QByteArray> &alwaysSkippedNames();
     static const QList<QByteArray> &systemSkippedNames();
 

@@ -4,11 +4,12 @@
 
 namespace ravelinth {
 
-DisplayedFilesModel::DisplayedFilesModel(const QSet<QUuid> &selection, QObject *parent)
+DisplayedFilesModel::DisplayedFilesModel(const FileSelection &selection, QObject *parent)
     : QAbstractTableModel(parent), m_selection(selection) {}
 
-void DisplayedFilesModel::publish(QList<FileItem> files, QList<int> rows) {
+void DisplayedFilesModel::publish(QList<FileItem> files, QList<int> rows, quint64 generation) {
     beginResetModel();
+    m_generation = generation;
     m_files = std::move(files);
     m_rows = std::move(rows);
     endResetModel();
@@ -90,7 +91,10 @@ QVariant DisplayedFilesModel::data(const QModelIndex &index, int role) const {
     case IsDefinitelySafeRole:
         return file->isDefinitelySafe();
     case SelectedRole:
-        return m_selection.contains(file->id);
+        // Until the rows of a new list arrive, the selection indexes a list the table does not
+        // show yet.
+        return m_selection.generation() == m_generation &&
+               m_selection.contains(m_rows[index.row()]);
     default:
         return {};
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "models/FileItem.h"
+#include "viewmodels/FileSelection.h"
 
 #include <QAbstractTableModel>
 #include <QList>
@@ -34,9 +35,10 @@ public:
         SelectedRole,
     };
 
-    explicit DisplayedFilesModel(const QSet<QUuid> &selection, QObject *parent = nullptr);
+    explicit DisplayedFilesModel(const FileSelection &selection, QObject *parent = nullptr);
 
-    void publish(QList<FileItem> files, QList<int> rows);
+    // `generation` is the version of the files list the rows index.
+    void publish(QList<FileItem> files, QList<int> rows, quint64 generation);
     void selectionChanged();
 
     enum Column {
@@ -57,9 +59,13 @@ public:
 
     const QList<int> &rows() const { return m_rows; }
     const FileItem *fileAt(int row) const;
+    // The row's index into the files list of version generation(); -1 for no such row.
+    int fileIndexAt(int row) const { return row >= 0 && row < m_rows.size() ? m_rows[row] : -1; }
+    quint64 generation() const { return m_generation; }
 
 private:
-    const QSet<QUuid> &m_selection;
+    const FileSelection &m_selection;
+    quint64 m_generation = 0;
     QList<FileItem> m_files;
     QList<int> m_rows;
 };

@@ -9,41 +9,27 @@
 
 namespace ravelinth {
 
-QList<int> computeNameRanks(const QList<FileItem> &files) {
-    // Sort keys are computed once per name; comparing them is a byte comparison.
-    QCollator collator{QLocale()};
-    collator.setCaseSensitivity(Qt::CaseSensitive);
-    collator.setNumericMode(false);
-    std::vector<QCollatorSortKey> keys;
-    keys.reserve(size_t(files.size()));
-    for (const FileItem &file : files)
-        keys.push_back(collator.sortKey(file.displayName()));
-    std::vector<int> order(size_t(files.size()));
-    for (size_t i = 0; i < order.size(); ++i)
-        order[i] = int(i);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](int a, int b) { return keys[size_t(a)].compare(keys[size_t(b)]) < 0; });
-    QList<int> ranks(files.size());
-    int rank = 0;
-    for (size_t i = 0; i < order.size(); ++i) {
-        if (i > 0 && keys[size_t(order[i - 1])].compare(keys[size_t(order[i])]) != 0)
-            ++rank;
-        ranks[order[i]] = rank;
-    }
-    return ranks;
-}
-
 namespace {
 
-bool isAscii(QByteArrayView bytes) {
-    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return uchar(c) < 0x80; });
+// Sorting (key, index) pairs keeps the keys together in memory; the index as the second key
+// makes the order total, which is what a stable sort on the key alone would give.
+template <typename Key, typename KeyOf> std::vector<int> orderBy(qsizetype count, KeyOf keyOf) {
+    std::vector<std::pair<Key, int>> keyed;
+    keyed.reserve(size_t(count));
+    for (int i = 0; i < int(count); ++i)
+        keyed.emplace_back(keyOf(i), i);
+    std::sort(keyed.begin(), keyed.end());
+    std::vector<int> order(keyed.size());
+    for (size_t i = 0; i < keyed.size(); ++i)
+        order[i] = keyed[i].second;
+    return order;
 }
 
 // The name is the end of the path, so a name that contains the text means a path that does:
 // testing the path alone gives the same answer as testing the name, then the path. An ASCII text
 // in an ASCII path is compared byte by byte; anything else is decoded and case-folded.
 bool pathMatches(const FileItem &file, const QString &searchText, const QByteArray &asciiText) {
-    if (!asciiText.isEmpty() && isAscii(file.path))
+    if (!asciiText.isEmpty() && isAsciiText(file.path))
         return asciiContainsIgnoringCase(file.path, asciiText);
     return file.displayPath().contains(searchText, Qt::CaseInsensitive);
 }
@@ -56,82 +42,172 @@ QByteArray asciiFormOf(const QString &text) {
     return text.toLatin1().toLower();
 }
 
-// Sorting (key, index) pairs keeps the keys together in memory; the index as the second key
-// makes the order total, which is what a stable sort on the key alone would give.
-template <typename Key, typename KeyOf>
-void sortByKey(QList<int> &rows, KeyOf keyOf, bool descending) {
-    std::vector<std::pair<Key, int>> keyed;
-    keyed.reserve(size_t(rows.size()));
-    for (int row : std::as_const(rows))
-        keyed.emplace_back(keyOf(row), row);
-    if (descending) {
-        std::sort(keyed.begin(), keyed.end(), [](const auto &a, const auto &b) {
-            return a.first > b.first || (a.first == b.first && a.second < b.second);
-        });
+// Which files the filter and the search keep, one flag per file. A large search runs in two
+// halves at once: a keystroke must not wait on one core.
+std::vector<char> keptFlags(const QList<FileItem> &files, const FileListQuery &query) {
+    constexpr qsizetype prefetchDistance = 8;
+    std::vector<char> kept(size_t(files.size()), 0);
+    const QByteArray asciiText = asciiFormOf(query.searchText);
+    const auto filterRange = [&](qsizetype begin, qsizetype end) {
+        for (qsizetype i = begin; i < end; ++i) {
+            // The paths lie all over the heap, in the order the walk met them: asking for the
+            // ones a few rows ahead keeps several memory reads in flight.
+            if (i + prefetchDistance < end)
+                __builtin_prefetch(files[i + prefetchDistance].path.constData());
+            const FileItem &file = files[i];
+            kept[size_t(i)] =
+                (!query.categoryFilter || file.category == *query.categoryFilter) &&
+                (query.searchText.isEmpty() || pathMatches(file, query.searchText, asciiText));
+        }
+    };
+    const qsizetype half = files.size() / 2;
+    if (!query.searchText.isEmpty() && half > 50000) {
+        QFuture<void> second = QtConcurrent::run(filterRange, half, files.size());
+        filterRange(0, half);
+        second.waitForFinished();
     } else {
-        std::sort(keyed.begin(), keyed.end());
+        filterRange(0, files.size());
     }
-    for (size_t i = 0; i < keyed.size(); ++i)
-        rows[qsizetype(i)] = keyed[i].second;
+    return kept;
+}
+
+// Walks `order` forwards, or backwards group by group of equal keys so that ties still come in
+// list order, and keeps the files `isKept` accepts.
+template <typename KeyOf, typename IsKept>
+QList<int> pick(const std::vector<int> &order, bool backwards, KeyOf keyOf, IsKept isKept) {
+    QList<int> rows;
+    rows.reserve(qsizetype(order.size()));
+    if (!backwards) {
+        for (int index : order) {
+            if (isKept(index))
+                rows.append(index);
+        }
+        return rows;
+    }
+    size_t end = order.size();
+    while (end > 0) {
+        size_t begin = end - 1;
+        const auto key = keyOf(order[begin]);
+        while (begin > 0 && keyOf(order[begin - 1]) == key)
+            --begin;
+        for (size_t i = begin; i < end; ++i) {
+            if (isKept(order[i]))
+                rows.append(order[i]);
+        }
+        end = begin;
+    }
+    return rows;
 }
 
 } // namespace
+
+FileListOrders computeFileListOrders(const QList<FileItem> &files) {
+    FileListOrders orders;
+    const auto bySizeDescending = [&](qsizetype a, qsizetype b) {
+        return files[a].size > files[b].size;
+    };
+    // A scan delivers its files largest first, and removing files keeps that.
+    bool sorted = true;
+    for (qsizetype i = 1; i < files.size() && sorted; ++i)
+        sorted = !bySizeDescending(i, i - 1);
+    if (sorted) {
+        orders.bySize.resize(size_t(files.size()));
+        for (size_t i = 0; i < orders.bySize.size(); ++i)
+            orders.bySize[i] = int(i);
+    } else {
+        orders.bySize = orderBy<qint64>(files.size(), [&](int i) { return -files[i].size; });
+    }
+    orders.byDate = orderBy<qint64>(files.size(), [&](int i) { return files[i].modifiedMSecs; });
+    return orders;
+}
+
+void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
+    // Sort keys are computed once per name, in two halves at once; comparing them is a byte
+    // comparison.
+    std::vector<QCollatorSortKey> keys;
+    keys.reserve(size_t(files.size()));
+    const auto keysOf = [&files](qsizetype begin, qsizetype end) {
+        QCollator collator{QLocale()};
+        collator.setCaseSensitivity(Qt::CaseSensitive);
+        collator.setNumericMode(false);
+        std::vector<QCollatorSortKey> part;
+        part.reserve(size_t(end - begin));
+        for (qsizetype i = begin; i < end; ++i)
+            part.push_back(collator.sortKey(files[i].displayName()));
+        return part;
+    };
+    const qsizetype half = files.size() / 2;
+    QFuture<std::vector<QCollatorSortKey>> second = QtConcurrent::run(keysOf, half, files.size());
+    for (QCollatorSortKey &key : keysOf(0, half))
+        keys.push_back(std::move(key));
+    for (QCollatorSortKey &key : second.result())
+        keys.push_back(std::move(key));
+
+    // Each half sorted on a core of its own, then merged; the merge takes from the first half on
+    // ties, so the whole stays stable.
+    const auto before = [&](int a, int b) { return keys[size_t(a)].compare(keys[size_t(b)]) < 0; };
+    std::vector<int> indices(size_t(files.size()));
+    for (size_t i = 0; i < indices.size(); ++i)
+        indices[i] = int(i);
+    const auto middle = indices.begin() + half;
+    QFuture<void> sorted =
+        QtConcurrent::run([&] { std::stable_sort(middle, indices.end(), before); });
+    std::stable_sort(indices.begin(), middle, before);
+    sorted.waitForFinished();
+    std::vector<int> order(indices.size());
+    std::merge(indices.begin(), middle, middle, indices.end(), order.begin(), before);
+    indices = {};
+    QList<int> ranks(files.size());
+    int rank = 0;
+    for (size_t i = 0; i < order.size(); ++i) {
+        if (i > 0 && keys[size_t(order[i - 1])].compare(keys[size_t(order[i])]) != 0)
+            ++rank;
+        ranks[order[i]] = rank;
+    }
+    orders.byName = std::move(order);
+    orders.nameRanks = std::move(ranks);
+}
 
 bool matchesSearch(const FileItem &file, const QString &searchText) {
     return pathMatches(file, searchText, asciiFormOf(searchText));
 }
 
+QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &query) {
+    FileListOrders orders = computeFileListOrders(files);
+    const bool byName = query.sortOption == SortOption::nameAscending ||
+                        query.sortOption == SortOption::nameDescending;
+    if (byName)
+        addNameOrder(orders, files);
+    return queryFileList(files, query, orders);
+}
+
 QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &query,
-                         const QList<int> &nameRanks) {
-    const QByteArray asciiText = asciiFormOf(query.searchText);
-    const auto filterRange = [&](qsizetype begin, qsizetype end) {
-        QList<int> kept;
-        kept.reserve(end - begin);
-        for (qsizetype i = begin; i < end; ++i) {
-            const FileItem &file = files[i];
-            if (query.categoryFilter && file.category != *query.categoryFilter)
-                continue;
-            if (!query.searchText.isEmpty() && !pathMatches(file, query.searchText, asciiText))
-                continue;
-            kept.append(int(i));
-        }
-        return kept;
-    };
-    // Large searches run in two halves at once: a keystroke must not wait on one core.
-    QList<int> kept;
-    const qsizetype half = files.size() / 2;
-    if (!query.searchText.isEmpty() && half > 50000) {
-        QFuture<QList<int>> second = QtConcurrent::run(filterRange, half, files.size());
-        kept = filterRange(0, half);
-        kept.append(second.result());
-    } else {
-        kept = filterRange(0, files.size());
-    }
+                         const FileListOrders &orders) {
+    const bool filters = query.categoryFilter || !query.searchText.isEmpty();
+    const std::vector<char> kept = filters ? keptFlags(files, query) : std::vector<char>();
+    const auto isKept = [&](int index) { return !filters || kept[size_t(index)]; };
+    const auto size = [&](int index) { return files[index].size; };
+    const auto date = [&](int index) { return files[index].modifiedMSecs; };
 
     switch (query.sortOption) {
     case SortOption::sizeDescending:
     case SortOption::sizeAscending:
-        sortByKey<qint64>(
-            kept, [&](int row) { return files[row].size; },
-            query.sortOption == SortOption::sizeDescending);
-        break;
+        return pick(orders.bySize, query.sortOption == SortOption::sizeAscending, size, isKept);
     case SortOption::nameAscending:
     case SortOption::nameDescending: {
-        const QList<int> ranks =
-            nameRanks.size() == files.size() ? nameRanks : computeNameRanks(files);
-        sortByKey<int>(
-            kept, [&](int row) { return ranks[row]; },
-            query.sortOption == SortOption::nameDescending);
-        break;
+        if (orders.nameRanks.size() != files.size()) {
+            FileListOrders named;
+            addNameOrder(named, files);
+            return queryFileList(files, query, named);
+        }
+        const auto rank = [&](int index) { return orders.nameRanks[index]; };
+        return pick(orders.byName, query.sortOption == SortOption::nameDescending, rank, isKept);
     }
     case SortOption::dateNewest:
     case SortOption::dateOldest:
-        sortByKey<qint64>(
-            kept, [&](int row) { return files[row].modifiedMSecs; },
-            query.sortOption == SortOption::dateNewest);
-        break;
+        return pick(orders.byDate, query.sortOption == SortOption::dateNewest, date, isKept);
     }
-    return kept;
+    return {};
 }
 
 } // namespace ravelinth

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace ravelinth {
 
@@ -17,16 +18,30 @@ struct FileListQuery {
     SortOption sortOption = SortOption::sizeDescending;
 };
 
-// The locale's collation order of the files' names as one number per file: names that collate
-// equal share a rank. Sorting by these ranks is sorting by the collation, so a change between
-// the two name orders costs an integer sort instead of millions of collator calls.
-QList<int> computeNameRanks(const QList<FileItem> &files);
+// The whole list in each kind of order, worked out once per list: a query then only filters,
+// walking the order it needs, which costs one pass whatever the order.
+struct FileListOrders {
+    std::vector<int> bySize; // largest first, ties in list order
+    std::vector<int> byDate; // oldest first, ties in list order
+    // Names in the locale's collation order, ties in list order, and each file's place in it
+    // (names that collate equal share a rank). Empty until worked out: the collation is slow.
+    std::vector<int> byName;
+    QList<int> nameRanks;
+
+    bool hasNames() const { return !nameRanks.isEmpty() || byName.empty(); }
+};
+
+// Sizes and dates only; fast.
+FileListOrders computeFileListOrders(const QList<FileItem> &files);
+// Adds the names' collation order.
+void addNameOrder(FileListOrders &orders, const QList<FileItem> &files);
 
 // Indices into `files` of the entries the query keeps, in its order; the sort is stable, so
-// ties keep the order of `files`. `nameRanks` (from computeNameRanks) may be empty when the
-// order is not by name or not known yet; it is then computed here.
+// ties keep the order of `files`. `orders` may lack the name order; it is then computed here
+// when the query needs it.
 QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &query,
-                         const QList<int> &nameRanks = {});
+                         const FileListOrders &orders);
+QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &query);
 
 bool matchesSearch(const FileItem &file, const QString &searchText);
 

@@ -31,19 +31,41 @@ struct ScanTask {
 
 struct QueryAnswer {
     QList<int> rows;
-    QList<int> nameRanks;
-    // The rank computation under way for `pendingRanksGeneration`, which a query by name waits
-    // for instead of doing the same work again.
-    QFuture<QList<int>> pendingRanks;
-    quint64 pendingRanksGeneration = ~quint64(0);
     bool skipped = false;
 };
+
+using SharedOrders = std::shared_ptr<const FileListOrders>;
 
 QList<CategoryStats> largestFirst(QList<CategoryStats> stats) {
     std::stable_sort(
         stats.begin(), stats.end(),
         [](const CategoryStats &a, const CategoryStats &b) { return a.totalSize > b.totalSize; });
     return stats;
+}
+
+// The list's totals, summed in one pass.
+struct ListTotals {
+    qint64 totalSize = 0;
+    qint64 savings = 0;
+    int savingsCount = 0;
+};
+
+bool countsAsSavings(const FileItem &file);
+
+ListTotals sumTotals(const QList<FileItem> &files) {
+    ListTotals totals;
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        // The paths lie all over the heap: ask for the next ones early.
+        if (i + 8 < files.size())
+            __builtin_prefetch(files[i + 8].path.constData());
+        const FileItem &file = files[i];
+        totals.totalSize = checkedAdd(totals.totalSize, file.size);
+        if (countsAsSavings(file)) {
+            totals.savings = checkedAdd(totals.savings, file.size);
+            ++totals.savingsCount;
+        }
+    }
+    return totals;
 }
 
 bool countsAsSavings(const FileItem &file) {
@@ -57,7 +79,9 @@ struct RavelinthViewModel::Private {
     std::optional<DiskInfo> diskInfo;
     ScanState scanState;
     QList<FileItem> files;
-    QSet<QUuid> selectedFiles;
+    FileSelection selection;
+    // The selection read as identifiers, built when first asked for after a change.
+    mutable std::optional<QSet<QUuid>> selectedIds;
     QList<CategoryStats> categoryStats;
     QString scanPath = QDir::homePath();
     double minFileSizeMB = 100.0;
@@ -76,27 +100,33 @@ struct RavelinthViewModel::Private {
     DisplayedFilesModel *displayedModel = nullptr;
     // Queries run one at a time off the main thread; only the newest one is published.
     QThreadPool queryPool;
-    // The names' collation order is worked out once per list, beside the queries, so that the
-    // first sort by name does not have to.
-    QThreadPool rankPool;
+    // The list's orders are worked out once per list, beside the queries: sizes and dates at
+    // once, then the names' collation, which is slow. A query that needs them waits for them
+    // there instead of doing the same work again.
+    QThreadPool orderPool;
     std::shared_ptr<std::atomic<quint64>> latestQuery = std::make_shared<std::atomic<quint64>>(0);
     quint64 publishedQuery = 0;
     quint64 filesGeneration = 0;
-    quint64 nameRanksGeneration = ~quint64(0);
-    QList<int> nameRanks;
-    // The rank computation under way for `pendingRanksGeneration`, which a query by name waits
-    // for instead of doing the same work again.
-    QFuture<QList<int>> pendingRanks;
-    quint64 pendingRanksGeneration = ~quint64(0);
+    QFuture<SharedOrders> baseOrders;  // for filesGeneration
+    QFuture<SharedOrders> namedOrders; // for filesGeneration
+    SharedOrders orders;               // the best known for filesGeneration, or none
+    // The totals of filesGeneration, once summed. A long list is summed beside the queries and
+    // announced with totalsChanged; a read before that sums it at once.
+    mutable std::optional<ListTotals> totals;
+    const ListTotals &currentTotals() const {
+        if (!totals)
+            totals = sumTotals(files);
+        return *totals;
+    }
 
     FileListQuery query() const { return {categoryFilter, searchText, sortOption}; }
 };
 
 RavelinthViewModel::RavelinthViewModel(QObject *parent)
     : QObject(parent), d(std::make_unique<Private>()) {
-    d->displayedModel = new DisplayedFilesModel(d->selectedFiles, this);
+    d->displayedModel = new DisplayedFilesModel(d->selection, this);
     d->queryPool.setMaxThreadCount(1);
-    d->rankPool.setMaxThreadCount(1);
+    d->orderPool.setMaxThreadCount(1);
     QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
 }
 
@@ -104,7 +134,7 @@ RavelinthViewModel::~RavelinthViewModel() {
     if (d->scannerService)
         d->scannerService->cancel();
     d->queryPool.waitForDone();
-    d->rankPool.waitForDone();
+    d->orderPool.waitForDone();
 }
 
 // --- state ---
@@ -119,10 +149,16 @@ const QList<FileItem> &RavelinthViewModel::files() const {
     return d->files;
 }
 const QSet<QUuid> &RavelinthViewModel::selectedFiles() const {
-    return d->selectedFiles;
+    if (!d->selectedIds)
+        d->selectedIds = d->selection.identifiers(d->files);
+    return *d->selectedIds;
 }
 void RavelinthViewModel::setSelectedFiles(QSet<QUuid> selection) {
-    d->selectedFiles = std::move(selection);
+    d->selection.assign(d->filesGeneration, d->files, selection);
+    selectionChanged();
+}
+void RavelinthViewModel::selectionChanged() {
+    d->selectedIds.reset();
     d->displayedModel->selectionChanged();
     emit selectedFilesChanged();
 }
@@ -210,7 +246,7 @@ int RavelinthViewModel::fileCount() const {
     return int(d->files.size());
 }
 int RavelinthViewModel::selectedCount() const {
-    return int(d->selectedFiles.size());
+    return int(d->selection.count());
 }
 int RavelinthViewModel::displayedCount() const {
     return d->displayedModel->rowCount();
@@ -225,25 +261,72 @@ void RavelinthViewModel::setScanState(ScanState state) {
 }
 
 void RavelinthViewModel::setFiles(QList<FileItem> files) {
+    // The selection follows the files it names into the new list.
+    const QSet<QUuid> selected =
+        d->selection.count() > 0 ? d->selection.identifiers(d->files) : QSet<QUuid>();
     d->files = std::move(files);
     ++d->filesGeneration;
+    const bool selectionMoved = d->selection.count() > 0;
+    d->selection.assign(d->filesGeneration, d->files, selected);
+    d->selectedIds.reset();
+    d->totals.reset();
+    computeOrders();
     emit filesChanged();
+    // A short list is summed at once; a long one when its orders are made.
+    if (d->files.size() < 20000) {
+        d->currentTotals();
+        emit totalsChanged();
+    }
+    if (selectionMoved)
+        emit selectedFilesChanged();
     requestDisplayedFiles();
-    if (d->files.size() > 1)
-        precomputeNameRanks();
 }
 
-void RavelinthViewModel::precomputeNameRanks() {
+void RavelinthViewModel::computeOrders() {
     const quint64 generation = d->filesGeneration;
     const QList<FileItem> files = d->files;
-    d->pendingRanks = QtConcurrent::run(&d->rankPool, [files] { return computeNameRanks(files); });
-    d->pendingRanksGeneration = generation;
-    d->pendingRanks.then(this, [this, generation](QList<int> ranks) {
-        if (generation != d->filesGeneration || d->nameRanksGeneration == generation)
-            return;
-        d->nameRanks = std::move(ranks);
-        d->nameRanksGeneration = generation;
+    d->orders.reset();
+    auto base = std::make_shared<QPromise<SharedOrders>>();
+    auto named = std::make_shared<QPromise<SharedOrders>>();
+    d->baseOrders = base->future();
+    d->namedOrders = named->future();
+    base->start();
+    named->start();
+    const bool sumsTotals = files.size() >= 20000;
+    auto totals = std::make_shared<QPromise<ListTotals>>();
+    QFuture<ListTotals> summed = totals->future();
+    totals->start();
+    d->orderPool.start([files, base, named, totals, sumsTotals] {
+        if (sumsTotals)
+            totals->addResult(sumTotals(files));
+        totals->finish();
+        auto orders = std::make_shared<FileListOrders>(computeFileListOrders(files));
+        base->addResult(SharedOrders(std::make_shared<FileListOrders>(*orders)));
+        base->finish();
+        if (files.size() > 1)
+            addNameOrder(*orders, files);
+        named->addResult(SharedOrders(std::move(orders)));
+        named->finish();
     });
+    const auto keep = [this, generation](const SharedOrders &orders) {
+        if (generation != d->filesGeneration)
+            return;
+        if (!d->orders || d->orders->byName.size() < orders->byName.size())
+            d->orders = orders;
+        // The full orders serve every query from now on; the first copy can go.
+        if (!d->orders->nameRanks.isEmpty() || d->files.size() <= 1)
+            d->baseOrders = d->namedOrders;
+    };
+    if (sumsTotals) {
+        summed.then(this, [this, generation](const ListTotals &result) {
+            if (generation != d->filesGeneration)
+                return;
+            d->totals = result;
+            emit totalsChanged();
+        });
+    }
+    d->baseOrders.then(this, keep);
+    d->namedOrders.then(this, keep);
 }
 
 void RavelinthViewModel::setCategoryStats(QList<CategoryStats> stats) {
@@ -254,43 +337,36 @@ void RavelinthViewModel::setCategoryStats(QList<CategoryStats> stats) {
 // --- the list query ---
 
 QList<FileItem> RavelinthViewModel::displayedFiles() const {
-    const QList<int> ranks =
-        d->nameRanksGeneration == d->filesGeneration ? d->nameRanks : QList<int>{};
+    const QList<int> rows = d->orders ? queryFileList(d->files, d->query(), *d->orders)
+                                      : queryFileList(d->files, d->query());
     QList<FileItem> shown;
-    for (int index : queryFileList(d->files, d->query(), ranks))
-        shown.append(d->files[index]);
+    shown.reserve(rows.size());
+    for (int index : rows)
+        shown.append(std::as_const(d->files)[index]);
     return shown;
 }
 
 QList<FileItem> RavelinthViewModel::selectedFileItems() const {
     QList<FileItem> selected;
-    if (d->selectedFiles.isEmpty())
+    if (d->selection.count() == 0)
         return selected;
-    for (const FileItem &file : d->files) {
-        if (d->selectedFiles.contains(file.id))
-            selected.append(file);
+    for (qsizetype i = 0; i < d->files.size(); ++i) {
+        if (d->selection.contains(i))
+            selected.append(std::as_const(d->files)[i]);
     }
     return selected;
 }
 
 qint64 RavelinthViewModel::totalScannedSize() const {
-    qint64 total = 0;
-    for (const FileItem &file : d->files)
-        total = checkedAdd(total, file.size);
-    return total;
+    return d->currentTotals().totalSize;
 }
 
 qint64 RavelinthViewModel::potentialSavings() const {
-    qint64 total = 0;
-    for (const FileItem &file : d->files) {
-        if (countsAsSavings(file))
-            total = checkedAdd(total, file.size);
-    }
-    return total;
+    return d->currentTotals().savings;
 }
 
 int RavelinthViewModel::potentialSavingsFileCount() const {
-    return int(std::count_if(d->files.cbegin(), d->files.cend(), countsAsSavings));
+    return d->currentTotals().savingsCount;
 }
 
 void RavelinthViewModel::requestDisplayedFiles() {
@@ -300,45 +376,53 @@ void RavelinthViewModel::requestDisplayedFiles() {
     const FileListQuery query = d->query();
     const bool byName = query.sortOption == SortOption::nameAscending ||
                         query.sortOption == SortOption::nameDescending;
-    const QList<int> ranks =
-        d->nameRanksGeneration == filesGeneration ? d->nameRanks : QList<int>{};
+    const QFuture<SharedOrders> orders = byName ? d->namedOrders : d->baseOrders;
     const auto latest = d->latestQuery;
 
-    QtConcurrent::run(&d->queryPool, [files, query, ranks, byName, generation, latest]() {
+    QtConcurrent::run(&d->queryPool, [files, query, orders, generation, latest]() {
         QueryAnswer answer;
         // A newer question is already queued: this answer would be dropped.
         if (*latest != generation) {
             answer.skipped = true;
             return answer;
         }
-        answer.nameRanks = byName && ranks.size() != files.size() ? computeNameRanks(files) : ranks;
-        answer.rows = queryFileList(files, query, answer.nameRanks);
+        answer.rows = queryFileList(files, query, *QFuture<SharedOrders>(orders).result());
         return answer;
     }).then(this, [this, files, generation, filesGeneration](QueryAnswer answer) {
-        if (filesGeneration == d->filesGeneration && !answer.nameRanks.isEmpty()) {
-            d->nameRanks = answer.nameRanks;
-            d->nameRanksGeneration = filesGeneration;
-        }
         if (answer.skipped || generation != *d->latestQuery)
             return;
-        d->displayedModel->publish(files, std::move(answer.rows));
+        d->displayedModel->publish(files, std::move(answer.rows), filesGeneration);
         d->publishedQuery = generation;
         emit displayedFilesChanged();
     });
 }
 
-void RavelinthViewModel::selectAll() {
-    QSet<QUuid> all;
-    if (d->publishedQuery == *d->latestQuery) {
-        const QList<int> &rows = d->displayedModel->rows();
-        all.reserve(rows.size());
-        for (int row = 0; row < rows.size(); ++row)
-            all.insert(d->displayedModel->fileAt(row)->id);
-    } else {
-        for (const FileItem &file : displayedFiles())
-            all.insert(file.id);
+int RavelinthViewModel::fileIndexOfRow(int row) const {
+    const int index = d->displayedModel->fileIndexAt(row);
+    if (index < 0 || d->displayedModel->generation() == d->filesGeneration)
+        return index;
+    // The table still shows the list before the last change: find the row's file by identity.
+    const QUuid id = d->displayedModel->fileAt(row)->id;
+    for (qsizetype i = 0; i < d->files.size(); ++i) {
+        if (std::as_const(d->files)[i].id == id)
+            return int(i);
     }
-    setSelectedFiles(std::move(all));
+    return -1;
+}
+
+void RavelinthViewModel::selectAll() {
+    d->selection.reset(d->filesGeneration, d->files.size());
+    if (d->publishedQuery == *d->latestQuery &&
+        d->displayedModel->generation() == d->filesGeneration) {
+        for (int index : d->displayedModel->rows())
+            d->selection.set(index, true);
+    } else {
+        const QList<int> rows = d->orders ? queryFileList(d->files, d->query(), *d->orders)
+                                          : queryFileList(d->files, d->query());
+        for (int index : rows)
+            d->selection.set(index, true);
+    }
+    selectionChanged();
 }
 
 // --- disk information ---
@@ -388,6 +472,7 @@ void RavelinthViewModel::startScan() {
     setSelectedFiles({});
 
     auto scanner = std::make_shared<FileScannerService>();
+    scanner->setYieldsToInterface(true);
     d->scannerService = scanner;
     ScanConfiguration configuration;
     configuration.minFileSizeBytes = thresholdBytes(d->minFileSizeMB);
@@ -493,11 +578,6 @@ void RavelinthViewModel::moveToTrash(const FileItem &file) {
         QList<FileItem> remaining = d->files;
         remaining.removeIf([&](const FileItem &entry) { return entry.id == id; });
         setFiles(std::move(remaining));
-        if (d->selectedFiles.contains(id)) {
-            QSet<QUuid> selection = d->selectedFiles;
-            selection.remove(id);
-            setSelectedFiles(std::move(selection));
-        }
         refreshDiskInfo().then(this, [this] { updateCategoryStats(); });
     });
 }
@@ -534,32 +614,30 @@ void RavelinthViewModel::clearSelection() {
 }
 
 void RavelinthViewModel::selectOnly(int row) {
-    if (const FileItem *file = d->displayedModel->fileAt(row))
-        setSelectedFiles({file->id});
+    const int index = fileIndexOfRow(row);
+    if (index < 0)
+        return;
+    d->selection.reset(d->filesGeneration, d->files.size());
+    d->selection.set(index, true);
+    selectionChanged();
 }
 
 void RavelinthViewModel::toggleSelected(int row) {
-    const FileItem *file = d->displayedModel->fileAt(row);
-    if (!file)
+    const int index = fileIndexOfRow(row);
+    if (index < 0)
         return;
-    QSet<QUuid> selection = d->selectedFiles;
-    if (!selection.remove(file->id))
-        selection.insert(file->id);
-    setSelectedFiles(std::move(selection));
+    d->selection.set(index, !d->selection.contains(index));
+    selectionChanged();
 }
 
 void RavelinthViewModel::selectRange(int fromRow, int toRow) {
-    QSet<QUuid> selection = d->selectedFiles;
-    for (int row = std::min(fromRow, toRow); row <= std::max(fromRow, toRow); ++row) {
-        if (const FileItem *file = d->displayedModel->fileAt(row))
-            selection.insert(file->id);
-    }
-    setSelectedFiles(std::move(selection));
+    for (int row = std::min(fromRow, toRow); row <= std::max(fromRow, toRow); ++row)
+        d->selection.set(fileIndexOfRow(row), true);
+    selectionChanged();
 }
 
 bool RavelinthViewModel::isRowSelected(int row) const {
-    const FileItem *file = d->displayedModel->fileAt(row);
-    return file && d->selectedFiles.contains(file->id);
+    return d->selection.contains(fileIndexOfRow(row));
 }
 
 QString RavelinthViewModel::fileIdAt(int row) const {
@@ -572,7 +650,7 @@ QStringList RavelinthViewModel::clickedSet(int row) const {
     if (!clicked)
         return {};
     QStringList ids;
-    if (!d->selectedFiles.contains(clicked->id))
+    if (!d->selection.contains(fileIndexOfRow(row)))
         return {clicked->id.toString(QUuid::WithoutBraces)};
     for (const FileItem &file : selectedFileItems())
         ids.append(file.id.toString(QUuid::WithoutBraces));

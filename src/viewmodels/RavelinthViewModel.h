@@ -61,9 +61,9 @@ class RavelinthViewModel : public QObject {
     // The table of displayedFiles; roles listed on DisplayedFilesModel.
     Q_PROPERTY(QAbstractItemModel *displayedFiles READ displayedFilesModel CONSTANT)
     Q_PROPERTY(int displayedCount READ displayedCount NOTIFY displayedFilesChanged)
-    Q_PROPERTY(double totalScannedSize READ totalScannedSizeForQml NOTIFY filesChanged)
-    Q_PROPERTY(double potentialSavings READ potentialSavingsForQml NOTIFY filesChanged)
-    Q_PROPERTY(int potentialSavingsFileCount READ potentialSavingsFileCount NOTIFY filesChanged)
+    Q_PROPERTY(double totalScannedSize READ totalScannedSizeForQml NOTIFY totalsChanged)
+    Q_PROPERTY(double potentialSavings READ potentialSavingsForQml NOTIFY totalsChanged)
+    Q_PROPERTY(int potentialSavingsFileCount READ potentialSavingsFileCount NOTIFY totalsChanged)
     Q_PROPERTY(QStringList sortOptionNames READ sortOptionNames CONSTANT)
 
 public:
@@ -153,6 +153,8 @@ signals:
     void errorMessageChanged();
     void includeHiddenFilesChanged();
     void displayedFilesChanged();
+    // The three totals of the files; after a change of a long list they follow a moment later.
+    void totalsChanged();
 
 private:
     void setScanState(ScanState state);
@@ -160,7 +162,9 @@ private:
     void setCategoryStats(QList<CategoryStats> stats);
     void updateCategoryStats();
     void requestDisplayedFiles();
-    void precomputeNameRanks();
+    void computeOrders();
+    void selectionChanged();
+    int fileIndexOfRow(int row) const;
     QFuture<void> refreshDiskInfo();
     QVariant diskInfoForQml() const;
     QVariantMap scanStateForQml() const;

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/DirectoryWalker.h"
+
+#include <QByteArray>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace ravelinth::platform {
+
+// Open descriptors kept along one branch of a walk. Deeper folders close their far ancestors and
+// come back to them through "..", checked against the device and inode recorded on the way down.
+constexpr std::size_t descriptorBudget = 96;
+
+// A folder's entries as read in one go, so the descriptor is needed only to examine them.
+struct Listing {
+    std::string names; // each name followed by a NUL
+    std::vector<std::uint32_t> offsets;
+    std::vector<unsigned char> types;
+
+    std::size_t size() const { return offsets.size(); }
+    const char *name(std::size_t index) const { return names.data() + offsets[index]; }
+};
+
+// Reads every entry of the open folder `fd` but "." and "..", in the order the file system
+// lists them; `buffer` is scratch space for the kernel's records.
+bool readListing(int fd, std::vector<char> &buffer, Listing &listing);
+
+// One open folder on a walk's branch.
+struct Frame {
+    int fd = -1;
+    dev_t device = 0;
+    ino_t inode = 0;
+    qsizetype pathLength = 0; // length of this folder's path in the walk's path buffer
+    Listing listing;
+    std::size_t next = 0;
+};
+
+// Makes a frame of the open folder `fd` (taking the descriptor), or closes it and returns false
+// when the folder lies on a pseudo file system or cannot be read. `parentDevice` is the device of
+// the folder holding it, if any: a folder on its parent's device needs no file-system check.
+bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
+               std::optional<dev_t> parentDevice = std::nullopt);
+
+// Keeps the descriptors of the nearest `descriptorBudget` frames only, and of the first, from
+// which any other can be found again by name.
+void trimDescriptors(std::vector<Frame> &stack);
+
+// Gives the frame at `index` a descriptor again when ".." could not (a folder between it and its
+// child was moved meanwhile): walks down by name from the nearest frame still open, checking each
+// step against the identity recorded on the way down. `path` is the walk's path buffer, which
+// holds the frames' paths; `rootIsSlash` tells that the first frame is "/". Returns the level at
+// which the way was lost, or -1 when the frame is back.
+std::ptrdiff_t reopenByName(std::vector<Frame> &stack, std::size_t index, const QByteArray &path,
+                            bool rootIsSlash);
+
+// Leaves the top frame, first giving its parent a descriptor again if the parent lost it.
+void popFrame(std::vector<Frame> &stack);
+
+// Fills `entry` for the entry `index` of `frame`: a folder from its listed type costs nothing,
+// anything else is examined without following links.
+void examineEntry(const Frame &frame, std::size_t index, WalkEntry &entry);
+
+inline bool isHiddenName(const char *name) {
+    return name[0] == '.';
+}
+
+} // namespace ravelinth::platform

@@ -1,0 +1,385 @@
+#include "platform/ParallelDirectoryWalker.h"
+
+#include "platform/FolderListing.h"
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <cstring>
+#include <deque>
+#include <dirent.h>
+#include <fcntl.h>
+#include <mutex>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace ravelinth::platform {
+
+namespace {
+
+struct Segment;
+
+// Either a run of emitted items (child == nullptr) or the place where a subfolder, or the tail
+// of this folder handed to another worker, begins.
+struct Piece {
+    Segment *child = nullptr;
+    std::uint32_t start = 0;
+    std::uint32_t count = 0;
+};
+
+// The part of one folder's listing that one worker walked, in listing order.
+struct Segment {
+    std::uint32_t worker = 0;
+    std::vector<Piece> pieces;
+};
+
+struct Task {
+    Frame frame;
+    QByteArray path;
+    bool listed = false; // the root is listed by the worker that takes it
+    Segment *segment = nullptr;
+};
+
+// What a worker knows of each folder on its branch besides the frame itself.
+struct BranchInfo {
+    Segment *segment = nullptr;
+    bool ownSegment = false; // made by this worker for a subfolder, so it may be dropped again
+    std::ptrdiff_t lastFolder = -2; // last listing index that may be a folder; -2: not known yet
+    std::ptrdiff_t nextFolder = -1; // first such index at or after `next`, while >= `next`
+    // Entries from `end` on were handed to another worker; `rest` is where they go in the order.
+    std::size_t end = SIZE_MAX;
+    Segment *rest = nullptr;
+};
+
+struct Worker {
+    std::deque<Segment> segments; // stable addresses
+    std::uint32_t emitted = 0;
+    std::vector<char> buffer;
+};
+
+bool mayBeFolder(unsigned char type) {
+    return type == DT_DIR || type == DT_UNKNOWN;
+}
+
+} // namespace
+
+struct ParallelDirectoryWalker::Private {
+    QByteArray rootPath;
+    WalkOptions options;
+    int workerCount = 1;
+    int rootFd = -1;
+    std::vector<Worker> workers;
+    Segment *root = nullptr;
+
+    std::mutex mutex;
+    std::condition_variable wake;
+    std::vector<Task> pool;
+    int idle = 0;
+    bool finished = false;
+    std::atomic<int> hungry{0};
+    std::atomic<bool> stopped{false};
+    std::atomic<int> handOffs{0};
+
+    void runTask(int worker, Task task, const Visit &visit);
+    void handOff(int worker, std::vector<Frame> &stack, std::vector<BranchInfo> &branch,
+                 const QByteArray &path);
+    void stop() {
+        std::lock_guard lock(mutex);
+        stopped = true;
+        wake.notify_all();
+    }
+};
+
+ParallelDirectoryWalker::ParallelDirectoryWalker(QByteArray rootPath, WalkOptions options,
+                                                 int workerCount)
+    : d(std::make_unique<Private>()) {
+    while (rootPath.size() > 1 && rootPath.endsWith('/'))
+        rootPath.chop(1);
+    d->rootPath = std::move(rootPath);
+    d->options = std::move(options);
+    d->workerCount = std::max(1, workerCount);
+    d->workers.resize(size_t(d->workerCount));
+}
+
+ParallelDirectoryWalker::~ParallelDirectoryWalker() {
+    if (d->rootFd >= 0)
+        ::close(d->rootFd);
+    for (Task &task : d->pool) {
+        if (task.frame.fd >= 0)
+            ::close(task.frame.fd);
+    }
+}
+
+WalkOpenResult ParallelDirectoryWalker::open() {
+    struct stat info {};
+    if (::stat(d->rootPath.constData(), &info) != 0)
+        return WalkOpenResult::notFound;
+    if (!S_ISDIR(info.st_mode))
+        return WalkOpenResult::notAFolder;
+    const int fd = ::open(d->rootPath.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return WalkOpenResult::failed;
+    d->root = &d->workers[0].segments.emplace_back();
+    Task task;
+    task.frame.fd = fd;
+    task.frame.pathLength = d->rootPath.size();
+    task.path = QByteArray(d->rootPath.constData(), d->rootPath.size());
+    task.segment = d->root;
+    d->pool.push_back(std::move(task));
+    return WalkOpenResult::ok;
+}
+
+int ParallelDirectoryWalker::handOffs() const {
+    return d->handOffs;
+}
+
+void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
+    d->workers[size_t(worker)].buffer.resize(256 * 1024);
+    for (;;) {
+        Task task;
+        {
+            std::unique_lock lock(d->mutex);
+            ++d->idle;
+            ++d->hungry;
+            while (d->pool.empty() && !d->finished && !d->stopped) {
+                // Everyone is waiting and nothing is left: the walk is over.
+                if (d->idle == d->workerCount) {
+                    d->finished = true;
+                    d->wake.notify_all();
+                    break;
+                }
+                d->wake.wait(lock);
+            }
+            --d->idle;
+            --d->hungry;
+            if (d->pool.empty() || d->stopped)
+                return;
+            task = std::move(d->pool.back());
+            d->pool.pop_back();
+        }
+        d->runTask(worker, std::move(task), visit);
+    }
+}
+
+void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visit &visit) {
+    Worker &me = workers[size_t(worker)];
+    task.segment->worker = std::uint32_t(worker);
+    QByteArray path = std::move(task.path);
+    const bool rootIsSlash = rootPath == "/";
+    std::vector<Frame> stack;
+    std::vector<BranchInfo> branch;
+
+    if (task.listed) {
+        stack.push_back(std::move(task.frame));
+    } else {
+        Frame frame;
+        if (!openFrame(task.frame.fd, path.size(), me.buffer, frame))
+            return;
+        stack.push_back(std::move(frame));
+    }
+    branch.push_back({task.segment, false});
+
+    auto pop = [&] {
+        const BranchInfo &top = branch.back();
+        if (top.rest)
+            top.segment->pieces.push_back({top.rest, 0, 0});
+        // A subfolder that gave nothing leaves no trace, so idle branches cost no memory.
+        if (top.ownSegment && top.segment->pieces.empty() && &me.segments.back() == top.segment) {
+            std::vector<Piece> &parent = branch[branch.size() - 2].segment->pieces;
+            if (!parent.empty() && parent.back().child == top.segment) {
+                parent.pop_back();
+                me.segments.pop_back();
+            }
+        }
+        popFrame(stack);
+        branch.pop_back();
+    };
+
+    WalkEntry entry;
+    while (!stack.empty()) {
+        if (stopped.load(std::memory_order_relaxed))
+            break;
+        if (hungry.load(std::memory_order_relaxed) > 0)
+            handOff(worker, stack, branch, path);
+        if (stack.back().next >= std::min(stack.back().listing.size(), branch.back().end)) {
+            pop();
+            continue;
+        }
+        if (stack.back().fd < 0) {
+            // As in DirectoryWalker: what lies below a folder moved away ends here.
+            const std::ptrdiff_t lost = reopenByName(stack, stack.size() - 1, path, rootIsSlash);
+            if (lost >= 0) {
+                while (stack.size() > std::size_t(std::max<std::ptrdiff_t>(lost, 1)))
+                    pop();
+                if (lost == 0)
+                    break;
+                continue;
+            }
+        }
+        Frame &frame = stack.back();
+        const std::size_t index = frame.next++;
+        const char *name = frame.listing.name(index);
+        if (options.skipHiddenEntries && isHiddenName(name))
+            continue;
+        const qsizetype nameLength = qsizetype(std::strlen(name));
+
+        path.truncate(frame.pathLength);
+        if (!(rootIsSlash && frame.pathLength == 1))
+            path.append('/');
+        path.append(name, nameLength);
+        entry.path = QByteArrayView(path);
+        entry.name = QByteArrayView(name, nameLength);
+
+        if (options.isPruned && options.isPruned(entry.path, entry.name))
+            continue;
+
+        examineEntry(frame, index, entry);
+        const WalkVisit result = visit(worker, entry);
+        if (result.emitted) {
+            std::vector<Piece> &pieces = branch.back().segment->pieces;
+            const std::uint32_t number = me.emitted++;
+            if (!pieces.empty() && !pieces.back().child &&
+                pieces.back().start + pieces.back().count == number) {
+                ++pieces.back().count;
+            } else {
+                pieces.push_back({nullptr, number, 1});
+            }
+        }
+        if (result.decision == WalkDecision::stop) {
+            stop();
+            break;
+        }
+        if (entry.isDirectory && result.decision == WalkDecision::proceed) {
+            const int fd =
+                ::openat(frame.fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+            Frame child;
+            if (fd >= 0 && openFrame(fd, path.size(), me.buffer, child, frame.device)) {
+                Segment &segment = me.segments.emplace_back();
+                segment.worker = std::uint32_t(worker);
+                branch.back().segment->pieces.push_back({&segment, 0, 0});
+                stack.push_back(std::move(child));
+                branch.push_back({&segment, true});
+                trimDescriptors(stack);
+            }
+        }
+    }
+    // After a stop: tails handed away still hold what their workers emitted.
+    while (!stack.empty()) {
+        if (branch.back().rest)
+            branch.back().segment->pieces.push_back({branch.back().rest, 0, 0});
+        popFrame(stack);
+        branch.pop_back();
+    }
+}
+
+namespace {
+
+std::ptrdiff_t lastFolderIn(const Listing &listing) {
+    for (std::size_t i = listing.size(); i-- > 0;) {
+        if (mayBeFolder(listing.types[i]))
+            return std::ptrdiff_t(i);
+    }
+    return -1;
+}
+
+std::ptrdiff_t firstFolderIn(const Listing &listing, std::size_t from, std::size_t end) {
+    for (std::size_t i = from; i < std::min(end, listing.size()); ++i) {
+        if (mayBeFolder(listing.types[i]))
+            return std::ptrdiff_t(i);
+    }
+    return -1;
+}
+
+} // namespace
+
+// Gives the rest of the shallowest folder that still holds subfolders to a waiting worker: the
+// shallowest, because its rest is likely the largest piece of work left. The folder being listed
+// right now keeps its next subfolder, so two workers do not pass one folder back and forth.
+void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &stack,
+                                               std::vector<BranchInfo> &branch,
+                                               const QByteArray &path) {
+    for (std::size_t level = 0; level < stack.size(); ++level) {
+        Frame &frame = stack[level];
+        BranchInfo &info = branch[level];
+        if (info.lastFolder == -2)
+            info.lastFolder = lastFolderIn(frame.listing);
+        if (frame.fd < 0 || std::ptrdiff_t(frame.next) > info.lastFolder)
+            continue;
+        const bool isTop = level + 1 == stack.size();
+        std::size_t split = frame.next;
+        if (isTop) {
+            if (info.nextFolder < std::ptrdiff_t(frame.next)) {
+                const std::ptrdiff_t first = firstFolderIn(frame.listing, frame.next, info.end);
+                info.nextFolder = first < 0 ? PTRDIFF_MAX : first;
+            }
+            if (info.nextFolder == PTRDIFF_MAX)
+                continue;
+            split = std::size_t(info.nextFolder) + 1;
+        }
+        if (split >= info.end || std::ptrdiff_t(split) > info.lastFolder)
+            continue;
+
+        std::lock_guard lock(mutex);
+        if (stopped || idle <= int(pool.size()))
+            return;
+        const int fd = ::fcntl(frame.fd, F_DUPFD_CLOEXEC, 0);
+        if (fd < 0)
+            return;
+        Segment &rest = workers[size_t(worker)].segments.emplace_back();
+        Task task;
+        task.frame.fd = fd;
+        task.frame.device = frame.device;
+        task.frame.inode = frame.inode;
+        task.frame.pathLength = frame.pathLength;
+        // A folder deeper down the branch no longer needs its names; the one being listed does.
+        if (isTop) {
+            task.frame.listing = frame.listing;
+        } else {
+            task.frame.listing = std::move(frame.listing);
+            frame.listing = Listing();
+        }
+        task.frame.next = split;
+        // A copy of its own: `left` may share the buffer this worker goes on writing.
+        task.path = QByteArray(path.constData(), frame.pathLength);
+        task.listed = true;
+        task.segment = &rest;
+        info.end = split;
+        info.rest = &rest;
+        info.lastFolder = -1;
+        pool.push_back(std::move(task));
+        ++handOffs;
+        wake.notify_one();
+        return;
+    }
+}
+
+std::vector<EmittedRun> ParallelDirectoryWalker::emittedInWalkOrder() const {
+    std::vector<EmittedRun> runs;
+    if (!d->root)
+        return runs;
+    std::vector<std::pair<const Segment *, std::size_t>> pending{{d->root, 0}};
+    while (!pending.empty()) {
+        const Segment *segment = pending.back().first;
+        const std::size_t index = pending.back().second;
+        if (index == segment->pieces.size()) {
+            pending.pop_back();
+            continue;
+        }
+        ++pending.back().second;
+        const Piece &piece = segment->pieces[index];
+        if (piece.child) {
+            pending.emplace_back(piece.child, 0);
+            continue;
+        }
+        if (!runs.empty() && runs.back().worker == segment->worker &&
+            runs.back().start + runs.back().count == piece.start) {
+            runs.back().count += piece.count;
+        } else {
+            runs.push_back({segment->worker, piece.start, piece.count});
+        }
+    }
+    return runs;
+}
+
+} // namespace ravelinth::platform

@@ -1,0 +1,209 @@
+// The walk spread over several threads must give exactly what one depth-first walk gives: the
+// same entries in the same order, and so the same scan result, ties included.
+
+#include "TestTree.h"
+#include "platform/DirectoryWalker.h"
+#include "platform/ParallelDirectoryWalker.h"
+#include "services/FileScannerService.h"
+#include "services/ScanPruning.h"
+
+#include <QtConcurrent>
+#include <QtTest>
+
+#include <random>
+
+using namespace ravelinth;
+using ravelinth::test::TestTree;
+
+namespace {
+
+// Folders of every width and depth, hidden and pruned names, links, a chain deeper than
+// PATH_MAX with files along it, and file sizes drawn from a handful of values, so that most
+// kept files tie with many others on size.
+void makeTree(TestTree &tree, unsigned seed) {
+    std::mt19937 random(seed);
+    auto below = [&](unsigned n) { return unsigned(random() % n); };
+    QList<QByteArray> folders{""};
+    for (int i = 0; i < 400; ++i) {
+        const QByteArray &parent = folders[qsizetype(
+            below(2) ? folders.size() - 1 - below(std::min<unsigned>(unsigned(folders.size()), 8))
+                     : below(unsigned(folders.size())))];
+        QByteArray name = below(10) == 0 ? ".hidden" : "d";
+        if (below(40) == 0)
+            name = ".fseventsd";
+        name += QByteArray::number(i);
+        if (name.startsWith(".fseventsd"))
+            name = ".fseventsd";
+        const QByteArray path = parent.isEmpty() ? name : parent + '/' + name;
+        if (folders.contains(path))
+            continue;
+        tree.folder(path);
+        folders.append(path);
+    }
+    for (int i = 0; i < 4000; ++i) {
+        const QByteArray &folder = folders[qsizetype(below(unsigned(folders.size())))];
+        const char *extensions[] = {".mov", ".zip", ".txt", ".iso", ""};
+        QByteArray name =
+            (below(12) == 0 ? ".f" : "f") + QByteArray::number(i) + extensions[below(5)];
+        if (below(15) == 0)
+            name = "tmp-" + name;
+        tree.file(folder.isEmpty() ? name : folder + '/' + name, qint64(below(4)),
+                  qint64(1600000000 + below(3)));
+    }
+    for (int i = 0; i < 20; ++i) {
+        const QByteArray &folder = folders[qsizetype(below(unsigned(folders.size())))];
+        tree.symlink(folders[qsizetype(below(unsigned(folders.size())))].isEmpty()
+                         ? tree.root()
+                         : tree.path(folders[qsizetype(below(unsigned(folders.size())))]),
+                     (folder.isEmpty() ? "" : folder + '/') + "link" + QByteArray::number(i));
+    }
+    // 200 levels of 30-character names: far past PATH_MAX and the descriptor budget.
+    tree.deepChain("deep", 200, QByteArray(30, 'n'), "leaf.iso", 2);
+    for (int i = 0; i < 30; ++i)
+        tree.file("deep/x" + QByteArray::number(i), qint64(below(4)));
+}
+
+struct Seen {
+    QByteArray path;
+    bool isDirectory;
+    qint64 size;
+};
+
+QList<Seen> serialWalk(const QByteArray &root, const platform::WalkOptions &options) {
+    QList<Seen> seen;
+    platform::DirectoryWalker walker(root, options);
+    if (walker.open() != platform::WalkOpenResult::ok)
+        qFatal("cannot open the tree");
+    walker.walk([&](const platform::WalkEntry &entry) {
+        seen.append({entry.path.toByteArray(), entry.isDirectory, entry.size});
+        return platform::WalkDecision::proceed;
+    });
+    return seen;
+}
+
+QList<Seen> parallelWalk(const QByteArray &root, const platform::WalkOptions &options, int workers,
+                         int &handOffs) {
+    platform::ParallelDirectoryWalker walker(root, options, workers);
+    if (walker.open() != platform::WalkOpenResult::ok)
+        qFatal("cannot open the tree");
+    std::vector<QList<Seen>> perWorker(static_cast<size_t>(workers));
+    const platform::ParallelDirectoryWalker::Visit visit = [&](int worker,
+                                                               const platform::WalkEntry &entry) {
+        perWorker[size_t(worker)].append({entry.path.toByteArray(), entry.isDirectory, entry.size});
+        return platform::WalkVisit{platform::WalkDecision::proceed, true};
+    };
+    QThreadPool pool;
+    pool.setMaxThreadCount(workers);
+    QList<QFuture<void>> running;
+    for (int worker = 0; worker < workers; ++worker)
+        running.append(QtConcurrent::run(&pool, [&, worker] { walker.runWorker(worker, visit); }));
+    for (QFuture<void> &future : running)
+        future.waitForFinished();
+    handOffs += walker.handOffs();
+    QList<Seen> seen;
+    for (const platform::EmittedRun &run : walker.emittedInWalkOrder()) {
+        for (std::uint32_t i = run.start; i < run.start + run.count; ++i)
+            seen.append(perWorker[run.worker][i]);
+    }
+    return seen;
+}
+
+QList<QByteArray> pathsOf(const QList<Seen> &seen) {
+    QList<QByteArray> paths;
+    for (const Seen &entry : seen)
+        paths.append(entry.path);
+    return paths;
+}
+
+ScanResult scanWith(int walkThreads, const QByteArray &root, ScanConfiguration configuration,
+                    qint64 &filesScanned, qint64 &bytesScanned, QList<qint64> &reports) {
+    FileScannerService service(walkThreads);
+    QFuture<ScanOutcome> future = service.scan(
+        root, configuration, [&](qint64 files, qint64, const QString &) { reports.append(files); });
+    QDeadlineTimer deadline(60000);
+    while (!future.isFinished() && !deadline.hasExpired())
+        QTest::qWait(2);
+    QCoreApplication::processEvents();
+    const ScanOutcome outcome = future.result();
+    if (!outcome)
+        qFatal("scan failed");
+    filesScanned = service.filesScanned();
+    bytesScanned = service.bytesScanned();
+    return *outcome;
+}
+
+} // namespace
+
+class ParallelScanTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyWorkerCountMeetsTheEntriesInTheSerialOrder() {
+        TestTree tree;
+        makeTree(tree, 7);
+        for (const bool hidden : {false, true}) {
+            platform::WalkOptions options;
+            options.skipHiddenEntries = !hidden;
+            options.isPruned = makeScanPruning(true);
+            const QList<Seen> expected = serialWalk(tree.root(), options);
+            QVERIFY2(expected.size() > 1000, QByteArray::number(expected.size()));
+            int handOffs = 0;
+            for (const int workers : {1, 2, 3, 4, 8}) {
+                for (int round = 0; round < 4; ++round) {
+                    const QList<Seen> seen = parallelWalk(tree.root(), options, workers, handOffs);
+                    QCOMPARE(pathsOf(seen), pathsOf(expected));
+                }
+            }
+            // The comparison means something only if work did change hands.
+            QVERIFY(handOffs > 20);
+        }
+    }
+
+    void parallelScansGiveTheSerialResultWithTiesInWalkOrder() {
+        TestTree tree;
+        makeTree(tree, 11);
+        for (const qint64 threshold : {qint64(0), qint64(2)}) {
+            for (const bool hidden : {false, true}) {
+                const ScanConfiguration configuration{threshold, hidden, true, false};
+                qint64 serialFiles = 0, serialBytes = 0;
+                QList<qint64> serialReports;
+                const ScanResult serial = scanWith(1, tree.root(), configuration, serialFiles,
+                                                   serialBytes, serialReports);
+                QVERIFY2(serial.files.size() > 300, QByteArray::number(serial.files.size()));
+                for (const int threads : {2, 3, 4}) {
+                    for (int round = 0; round < 3; ++round) {
+                        qint64 files = 0, bytes = 0;
+                        QList<qint64> reports;
+                        const ScanResult parallel =
+                            scanWith(threads, tree.root(), configuration, files, bytes, reports);
+                        QCOMPARE(parallel.files.size(), serial.files.size());
+                        for (qsizetype i = 0; i < serial.files.size(); ++i) {
+                            const FileItem &a = parallel.files[i];
+                            const FileItem &b = serial.files[i];
+                            QCOMPARE(a.path, b.path);
+                            QCOMPARE(a.size, b.size);
+                            QCOMPARE(a.modifiedMSecs, b.modifiedMSecs);
+                            QCOMPARE(a.category, b.category);
+                        }
+                        QCOMPARE(parallel.totalSize, serial.totalSize);
+                        for (size_t c = 0; c < serial.categoryStats.size(); ++c) {
+                            QCOMPARE(parallel.categoryStats[c].category,
+                                     serial.categoryStats[c].category);
+                            QCOMPARE(parallel.categoryStats[c].fileCount,
+                                     serial.categoryStats[c].fileCount);
+                            QCOMPARE(parallel.categoryStats[c].totalSize,
+                                     serial.categoryStats[c].totalSize);
+                        }
+                        QCOMPARE(files, serialFiles);
+                        QCOMPARE(bytes, serialBytes);
+                        // A report for every hundred counted files, in order.
+                        QCOMPARE(reports, serialReports);
+                    }
+                }
+            }
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(ParallelScanTest)
+#include "tst_parallelscan.moc"

@@ -19,6 +19,7 @@
 #include <atomic>
 #include <mutex>
 #include <optional>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -55,7 +56,6 @@ struct FileScannerService::Private {
     std::atomic<bool> yieldsToInterface{false};
     QThreadPool pool;
     // Runs the walk's workers besides the one on `pool`'s thread.
-    QThreadPool walkPool;
     // Set by cancel() from any thread; the walk looks at it only after a progress report.
     std::atomic<bool> cancelRequested{false};
     // Set on destruction: ends a walk at the next entry, whatever the progress count.
@@ -84,7 +84,6 @@ FileScannerService::FileScannerService(int walkThreads, QObject *parent)
     : QObject(parent), d(std::make_unique<Private>()) {
     d->walkThreads = std::max(1, walkThreads);
     d->pool.setMaxThreadCount(1);
-    d->walkPool.setMaxThreadCount(std::max(1, d->walkThreads - 1));
 }
 
 FileScannerService::~FileScannerService() {
@@ -346,18 +345,19 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                         return visitEntry(entry, counter, configuration.minFileSizeBytes,
                                           keptAt[size_t(worker)]);
                     };
-                QList<QFuture<void>> others;
+                // Plain threads, joined: a join is a hand-over that thread checkers see, which
+                // a thread pool's wait is not.
+                std::vector<std::thread> others;
                 for (int worker = 1; worker < workers; ++worker) {
-                    others.append(
-                        QtConcurrent::run(&state->walkPool, [&walker, &visit, worker, yields] {
-                            if (yields)
-                                platform::yieldToInteractiveThreads();
-                            walker.runWorker(worker, visit);
-                        }));
+                    others.emplace_back([&walker, &visit, worker, yields] {
+                        if (yields)
+                            platform::yieldToInteractiveThreads();
+                        walker.runWorker(worker, visit);
+                    });
                 }
                 walker.runWorker(0, visit);
-                for (QFuture<void> &other : others)
-                    other.waitForFinished();
+                for (std::thread &other : others)
+                    other.join();
                 runs = walker.emittedInWalkOrder();
             }
             state->filesScanned = counter.files();

@@ -7,10 +7,10 @@
 #include "services/FileScannerService.h"
 #include "services/ScanPruning.h"
 
-#include <QtConcurrent>
 #include <QtTest>
 
 #include <random>
+#include <thread>
 
 using namespace ravelinth;
 using ravelinth::test::TestTree;
@@ -92,13 +92,11 @@ QList<Seen> parallelWalk(const QByteArray &root, const platform::WalkOptions &op
         perWorker[size_t(worker)].append({entry.path.toByteArray(), entry.isDirectory, entry.size});
         return platform::WalkVisit{platform::WalkDecision::proceed, true};
     };
-    QThreadPool pool;
-    pool.setMaxThreadCount(workers);
-    QList<QFuture<void>> running;
+    std::vector<std::thread> running;
     for (int worker = 0; worker < workers; ++worker)
-        running.append(QtConcurrent::run(&pool, [&, worker] { walker.runWorker(worker, visit); }));
-    for (QFuture<void> &future : running)
-        future.waitForFinished();
+        running.emplace_back([&, worker] { walker.runWorker(worker, visit); });
+    for (std::thread &thread : running)
+        thread.join();
     handOffs += walker.handOffs();
     QList<Seen> seen;
     for (const platform::EmittedRun &run : walker.emittedInWalkOrder()) {

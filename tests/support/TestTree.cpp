@@ -27,10 +27,14 @@ void makeParents(const QByteArray &path) {
 namespace {
 
 // Trees must not live under a folder whose path reads as a cache ("/tmp", "cache", ...), or every
-// file in them would be classed as cache.
+// file in them would be classed as cache; nor on tmpfs or under /dev, where the Trash refuses to
+// go and every path counts as protected. The build folder comes first, but a checkout may sit
+// below /tmp; then a folder on the system disk that every user can reach (the unprivileged-user
+// cases need that) stands in, and only without root the home folder or /dev/shm.
 QString treeBase() {
-    QStringList candidates{qEnvironmentVariable("RAVELINTH_TEST_ROOT"), u"/dev/shm"_qs,
-                           QDir::homePath()};
+    QStringList candidates{qEnvironmentVariable("RAVELINTH_TEST_ROOT"),
+                           u"/var/lib/ravelinth-test-trees"_qs,
+                           QDir::homePath() + u"/.ravelinth-test-trees"_qs, u"/dev/shm"_qs};
     for (const QString &candidate : std::as_const(candidates)) {
         if (candidate.isEmpty() || ScanCategory::isInCacheDirectory(candidate))
             continue;

@@ -165,7 +165,7 @@ TestCase {
         model.scanPath = "/usr/share/common-licenses"
         model.startScan()
         tryVerify(() => model.scanState.kind === "completed", 20000)
-        verify(model.displayedCount > 0)
+        tryVerify(() => model.displayedCount > 0, 10000) // the list is published after the state
         compare(model.selectedCount, 0)
 
         const field = window.content.scannerView.pathField

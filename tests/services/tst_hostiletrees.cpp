@@ -20,6 +20,7 @@
 #include <unistd.h>
 
 using namespace ravelinth;
+using ravelinth::test::pathsOf;
 using ravelinth::test::TestTree;
 
 namespace {
@@ -47,13 +48,6 @@ Scan scan(const QByteArray &path, qint64 minimum, bool hidden = true) {
     run.outcome = waitFor(service.scan(path, {minimum, hidden, true, false}));
     run.filesScanned = service.filesScanned();
     return run;
-}
-
-QList<QByteArray> pathsOf(const ScanResult &result) {
-    QList<QByteArray> paths;
-    for (const FileItem &file : result.files)
-        paths.append(file.path);
-    return paths;
 }
 
 struct Output {

@@ -7,6 +7,7 @@
 #include <ftw.h>
 
 using namespace ravelinth;
+using ravelinth::test::pathsOf;
 using ravelinth::test::TestTree;
 
 namespace {
@@ -48,13 +49,6 @@ Run scan(const QByteArray &path, ScanConfiguration configuration) {
     run.filesScanned = service.filesScanned();
     run.bytesScanned = service.bytesScanned();
     return run;
-}
-
-QList<QByteArray> pathsOf(const ScanResult &result) {
-    QList<QByteArray> paths;
-    for (const FileItem &file : result.files)
-        paths.append(file.path);
-    return paths;
 }
 
 QList<QByteArray> sorted(QList<QByteArray> list) {

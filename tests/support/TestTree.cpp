@@ -173,4 +173,11 @@ ScopedTestEnvironment::~ScopedTestEnvironment() {
     }
 }
 
+QList<QByteArray> pathsOf(const ScanResult &result) {
+    QList<QByteArray> paths;
+    for (const FileItem &file : result.files)
+        paths.append(file.path);
+    return paths;
+}
+
 } // namespace ravelinth::test

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "models/ScanResult.h"
+
 #include <QByteArray>
+#include <QList>
 #include <QTemporaryDir>
 
 #include <optional>
@@ -55,5 +58,8 @@ private:
     QByteArray m_home;
     QList<QPair<QByteArray, std::optional<QByteArray>>> m_saved;
 };
+
+// The kept files' exact paths, in the result's order.
+QList<QByteArray> pathsOf(const ScanResult &result);
 
 } // namespace ravelinth::test

@@ -10,7 +10,7 @@ fi
 
 PACKAGES=(
     cmake ninja-build g++ pkg-config
-    qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools libglib2.0-dev
+    qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools libglib2.0-dev libicu-dev
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
     qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
     qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtquick-shapes

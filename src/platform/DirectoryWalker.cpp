@@ -87,23 +87,9 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
             }
         }
         Frame &frame = stack.back();
-        const std::size_t index = frame.next++;
-        const char *name = frame.listing.name(index);
-        if (d->options.skipHiddenEntries && isHiddenName(name))
+        const char *name = takeNextEntry(frame, path, rootIsSlash, d->options, entry);
+        if (!name)
             continue;
-        const qsizetype nameLength = qsizetype(std::strlen(name));
-
-        path.truncate(frame.pathLength);
-        if (!(rootIsSlash && frame.pathLength == 1))
-            path.append('/');
-        path.append(name, nameLength);
-        entry.path = QByteArrayView(path);
-        entry.name = QByteArrayView(name, nameLength);
-
-        if (d->options.isPruned && d->options.isPruned(entry.path, entry.name))
-            continue;
-
-        examineEntry(frame, index, entry);
         const WalkDecision decision = visit(entry);
         if (decision == WalkDecision::stop)
             break;

@@ -185,4 +185,25 @@ void examineEntry(const Frame &frame, std::size_t index, WalkEntry &entry) {
     }
 }
 
+const char *takeNextEntry(Frame &frame, QByteArray &path, bool rootIsSlash,
+                          const WalkOptions &options, WalkEntry &entry) {
+    const std::size_t index = frame.next++;
+    const char *name = frame.listing.name(index);
+    if (options.skipHiddenEntries && isHiddenName(name))
+        return nullptr;
+    const qsizetype nameLength = qsizetype(std::strlen(name));
+
+    path.truncate(frame.pathLength);
+    if (!(rootIsSlash && frame.pathLength == 1))
+        path.append('/');
+    path.append(name, nameLength);
+    entry.path = QByteArrayView(path);
+    entry.name = QByteArrayView(name, nameLength);
+
+    if (options.isPruned && options.isPruned(entry.path, entry.name))
+        return nullptr;
+    examineEntry(frame, index, entry);
+    return name;
+}
+
 } // namespace ravelinth::platform

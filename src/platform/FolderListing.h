@@ -70,4 +70,9 @@ inline bool isHiddenName(const char *name) {
     return name[0] == '.';
 }
 
+// Takes the top frame's next entry: puts its path in `path`, the walk's path buffer, and fills
+// `entry`. Returns its name, or null for an entry the options pass over (hidden or pruned).
+const char *takeNextEntry(Frame &frame, QByteArray &path, bool rootIsSlash,
+                          const WalkOptions &options, WalkEntry &entry);
+
 } // namespace ravelinth::platform

@@ -218,23 +218,9 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
             }
         }
         Frame &frame = stack.back();
-        const std::size_t index = frame.next++;
-        const char *name = frame.listing.name(index);
-        if (options.skipHiddenEntries && isHiddenName(name))
+        const char *name = takeNextEntry(frame, path, rootIsSlash, options, entry);
+        if (!name)
             continue;
-        const qsizetype nameLength = qsizetype(std::strlen(name));
-
-        path.truncate(frame.pathLength);
-        if (!(rootIsSlash && frame.pathLength == 1))
-            path.append('/');
-        path.append(name, nameLength);
-        entry.path = QByteArrayView(path);
-        entry.name = QByteArrayView(name, nameLength);
-
-        if (options.isPruned && options.isPruned(entry.path, entry.name))
-            continue;
-
-        examineEntry(frame, index, entry);
         const WalkVisit result = visit(worker, entry);
         if (result.emitted) {
             std::vector<Piece> &pieces = branch.back().segment->pieces;

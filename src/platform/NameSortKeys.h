@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QCollator>
+#include <QLocale>
+#include <QStringView>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace ravelinth {
+
+// Names' sort keys in a locale's order, the order QCollator gives with case sensitivity on.
+// The keys are bytes in one buffer, so a million of them cost two allocations, not two million;
+// the first sixteen bytes of each come as two integers, which settle most comparisons without
+// reading the buffer.
+class NameSortKeys {
+public:
+    explicit NameSortKeys(const QLocale &locale);
+    ~NameSortKeys();
+    NameSortKeys(NameSortKeys &&) noexcept;
+    NameSortKeys &operator=(NameSortKeys &&) noexcept;
+
+    void reserve(qsizetype count);
+    void append(QStringView name);
+    // Moves the other's keys after these; both must have been made for the same locale.
+    void appendAll(NameSortKeys &&other);
+
+    qsizetype size() const { return qsizetype(m_ends.size()); }
+
+    struct Prefix {
+        std::uint64_t high = 0;
+        std::uint64_t low = 0;
+        auto operator<=>(const Prefix &) const = default;
+    };
+    Prefix prefix(qsizetype index) const;
+    // Negative, zero or positive, as QCollator::compare would answer for the two names.
+    int compare(qsizetype a, qsizetype b) const;
+
+private:
+    struct Collator;
+    std::unique_ptr<Collator> m_collator;
+    std::vector<std::uint8_t> m_bytes;
+    std::vector<std::size_t> m_ends;
+    // Where the system has no collation library whose keys are bytes.
+    std::vector<QCollatorSortKey> m_opaqueKeys;
+};
+
+} // namespace ravelinth

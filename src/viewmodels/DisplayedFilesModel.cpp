@@ -1,6 +1,7 @@
 #include "viewmodels/DisplayedFilesModel.h"
 
 #include "models/ByteCountFormatter.h"
+#include "viewmodels/BackgroundRelease.h"
 
 namespace ravelinth {
 
@@ -10,9 +11,10 @@ DisplayedFilesModel::DisplayedFilesModel(const FileSelection &selection, QObject
 void DisplayedFilesModel::publish(QList<FileItem> files, QList<int> rows, quint64 generation) {
     beginResetModel();
     m_generation = generation;
-    m_files = std::move(files);
+    std::swap(m_files, files);
     m_rows = std::move(rows);
     endResetModel();
+    releaseInBackground(std::move(files));
 }
 
 void DisplayedFilesModel::selectionChanged() {

@@ -1,8 +1,8 @@
 #include "viewmodels/FileListQuery.h"
 
 #include "models/AsciiText.h"
+#include "platform/NameSortKeys.h"
 
-#include <QCollator>
 #include <QtConcurrent>
 
 #include <algorithm>
@@ -122,47 +122,58 @@ FileListOrders computeFileListOrders(const QList<FileItem> &files) {
 }
 
 void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
-    // Sort keys are computed once per name, in two halves at once; comparing them is a byte
-    // comparison.
-    std::vector<QCollatorSortKey> keys;
-    keys.reserve(size_t(files.size()));
-    const auto keysOf = [&files](qsizetype begin, qsizetype end) {
-        QCollator collator{QLocale()};
-        collator.setCaseSensitivity(Qt::CaseSensitive);
-        collator.setNumericMode(false);
-        std::vector<QCollatorSortKey> part;
-        part.reserve(size_t(end - begin));
-        for (qsizetype i = begin; i < end; ++i)
-            part.push_back(collator.sortKey(files[i].displayName()));
-        return part;
+    // Keys are made once per name, each half of the list on a core of its own; the halves are
+    // sorted the same way and merged. Most comparisons end on the keys' first sixteen bytes,
+    // held beside the index; the index last makes the order total, so ties keep list order.
+    struct Entry {
+        NameSortKeys::Prefix prefix;
+        int index;
     };
+    const QLocale locale;
     const qsizetype half = files.size() / 2;
-    QFuture<std::vector<QCollatorSortKey>> second = QtConcurrent::run(keysOf, half, files.size());
-    for (QCollatorSortKey &key : keysOf(0, half))
-        keys.push_back(std::move(key));
-    for (QCollatorSortKey &key : second.result())
-        keys.push_back(std::move(key));
+    const auto keysOf = [&](qsizetype begin, qsizetype end) {
+        NameSortKeys keys(locale);
+        keys.reserve(end - begin);
+        for (qsizetype i = begin; i < end; ++i)
+            keys.append(files[i].displayName());
+        return keys;
+    };
+    QFuture<NameSortKeys> secondKeys = QtConcurrent::run(keysOf, half, files.size());
+    NameSortKeys keys = keysOf(0, half);
+    keys.appendAll(secondKeys.takeResult());
+    secondKeys = {};
 
-    // Each half sorted on a core of its own, then merged; the merge takes from the first half on
-    // ties, so the whole stays stable.
-    const auto before = [&](int a, int b) { return keys[size_t(a)].compare(keys[size_t(b)]) < 0; };
-    std::vector<int> indices(size_t(files.size()));
-    for (size_t i = 0; i < indices.size(); ++i)
-        indices[i] = int(i);
-    const auto middle = indices.begin() + half;
-    QFuture<void> sorted =
-        QtConcurrent::run([&] { std::stable_sort(middle, indices.end(), before); });
-    std::stable_sort(indices.begin(), middle, before);
-    sorted.waitForFinished();
-    std::vector<int> order(indices.size());
-    std::merge(indices.begin(), middle, middle, indices.end(), order.begin(), before);
-    indices = {};
+    const auto compare = [&](const Entry &a, const Entry &b) {
+        if (a.prefix != b.prefix)
+            return a.prefix < b.prefix ? -1 : 1;
+        return keys.compare(a.index, b.index);
+    };
+    const auto before = [&](const Entry &a, const Entry &b) {
+        const int order = compare(a, b);
+        return order != 0 ? order < 0 : a.index < b.index;
+    };
+    std::vector<Entry> entries(size_t(files.size()));
+    const auto sortRange = [&](qsizetype begin, qsizetype end) {
+        for (qsizetype i = begin; i < end; ++i)
+            entries[size_t(i)] = {keys.prefix(i), int(i)};
+        std::sort(entries.begin() + begin, entries.begin() + end, before);
+    };
+    QFuture<void> secondSorted = QtConcurrent::run(sortRange, half, files.size());
+    sortRange(0, half);
+    secondSorted.waitForFinished();
+    std::vector<Entry> merged(entries.size());
+    std::merge(entries.begin(), entries.begin() + half, entries.begin() + half, entries.end(),
+               merged.begin(), before);
+    entries = {};
+
+    std::vector<int> order(merged.size());
     QList<int> ranks(files.size());
     int rank = 0;
-    for (size_t i = 0; i < order.size(); ++i) {
-        if (i > 0 && keys[size_t(order[i - 1])].compare(keys[size_t(order[i])]) != 0)
+    for (size_t i = 0; i < merged.size(); ++i) {
+        if (i > 0 && compare(merged[i - 1], merged[i]) != 0)
             ++rank;
-        ranks[order[i]] = rank;
+        order[i] = merged[i].index;
+        ranks[merged[i].index] = rank;
     }
     orders.byName = std::move(order);
     orders.nameRanks = std::move(ranks);

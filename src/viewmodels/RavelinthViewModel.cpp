@@ -7,6 +7,7 @@
 #include "services/FileScannerService.h"
 #include "services/FinderService.h"
 #include "services/TrashService.h"
+#include "viewmodels/BackgroundRelease.h"
 #include "viewmodels/FileListQuery.h"
 #include "viewmodels/ScanThreshold.h"
 
@@ -111,13 +112,15 @@ struct RavelinthViewModel::Private {
     QFuture<SharedOrders> namedOrders; // for filesGeneration
     SharedOrders orders;               // the best known for filesGeneration, or none
     // The totals of filesGeneration, once summed. A long list is summed beside the queries and
-    // announced with totalsChanged; a read before that sums it at once.
+    // announced with totalsChanged; a read from C++ before that sums it at once, while the window
+    // sees zeros until then: summing a million paths would hold up the frame.
     mutable std::optional<ListTotals> totals;
     const ListTotals &currentTotals() const {
         if (!totals)
             totals = sumTotals(files);
         return *totals;
     }
+    ListTotals shownTotals() const { return totals.value_or(ListTotals{}); }
 
     FileListQuery query() const { return {categoryFilter, searchText, sortOption}; }
 };
@@ -264,7 +267,8 @@ void RavelinthViewModel::setFiles(QList<FileItem> files) {
     // The selection follows the files it names into the new list.
     const QSet<QUuid> selected =
         d->selection.count() > 0 ? d->selection.identifiers(d->files) : QSet<QUuid>();
-    d->files = std::move(files);
+    std::swap(d->files, files);
+    releaseInBackground(std::move(files));
     ++d->filesGeneration;
     const bool selectionMoved = d->selection.count() > 0;
     d->selection.assign(d->filesGeneration, d->files, selected);
@@ -780,10 +784,13 @@ void RavelinthViewModel::setErrorMessageForQml(const QString &message) {
     setErrorMessage(message.isEmpty() ? std::nullopt : std::optional<QString>(message));
 }
 double RavelinthViewModel::totalScannedSizeForQml() const {
-    return double(totalScannedSize());
+    return double(d->shownTotals().totalSize);
 }
 double RavelinthViewModel::potentialSavingsForQml() const {
-    return double(potentialSavings());
+    return double(d->shownTotals().savings);
+}
+int RavelinthViewModel::potentialSavingsFileCountForQml() const {
+    return int(d->shownTotals().savingsCount);
 }
 
 } // namespace ravelinth

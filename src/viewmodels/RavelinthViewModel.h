@@ -63,7 +63,8 @@ class RavelinthViewModel : public QObject {
     Q_PROPERTY(int displayedCount READ displayedCount NOTIFY displayedFilesChanged)
     Q_PROPERTY(double totalScannedSize READ totalScannedSizeForQml NOTIFY totalsChanged)
     Q_PROPERTY(double potentialSavings READ potentialSavingsForQml NOTIFY totalsChanged)
-    Q_PROPERTY(int potentialSavingsFileCount READ potentialSavingsFileCount NOTIFY totalsChanged)
+    Q_PROPERTY(
+        int potentialSavingsFileCount READ potentialSavingsFileCountForQml NOTIFY totalsChanged)
     Q_PROPERTY(QStringList sortOptionNames READ sortOptionNames CONSTANT)
 
 public:
@@ -177,6 +178,7 @@ private:
     void setErrorMessageForQml(const QString &message);
     double totalScannedSizeForQml() const;
     double potentialSavingsForQml() const;
+    int potentialSavingsFileCountForQml() const;
 
     struct Private;
     std::unique_ptr<Private> d;

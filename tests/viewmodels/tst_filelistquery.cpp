@@ -14,12 +14,17 @@ namespace {
 
 QList<FileItem> makeFiles(unsigned seed, int count) {
     std::mt19937 random(seed);
-    const char *names[] = {"a.zip",    "A.zip",   "b.zip",    "photo.jpg", "Photo.jpg",
-                           "clip.mov", "été.txt", "Zeta.iso", "notes",     "a.zip"};
+    // "été" twice: composed, and with the accents as combining marks.
+    const char *names[] = {"a.zip",     "A.zip",          "b.zip",
+                           "photo.jpg", "Photo.jpg",      "clip.mov",
+                           "été.txt",   "Zeta.iso",       "e\xcc\x81te\xcc\x81.txt",
+                           "a.zip",     "notes",          "_x",
+                           "Ärger",     "a photo 10.jpg", "a photo 9.jpg"};
     const char *folders[] = {"/home/u/Downloads/", "/home/u/tmp/", "/data/Photos/", "/x/"};
     QList<FileItem> files;
     for (int i = 0; i < count; ++i) {
-        const QByteArray path = QByteArray(folders[random() % 4]) + names[random() % 10];
+        const QByteArray path =
+            QByteArray(folders[random() % 4]) + names[random() % std::size(names)];
         // Few distinct sizes and dates, so most files tie with others.
         files.append(FileItem::make(path, qint64(random() % 5), qint64(random() % 4) * 1000,
                                     ScanCategory(ScanCategory::Value(random() % 9))));

@@ -58,6 +58,7 @@ const QList<std::pair<QString, QString>> &IconGlyphs::table() {
         {u"photo"_qs, u"photo"_qs},
         {u"play.fill"_qs, u"play_arrow"_qs},
         {u"questionmark.circle"_qs, u"help_outline"_qs},
+        {u"sidebar.left"_qs, u"view_sidebar"_qs},
         {u"slider.horizontal.3"_qs, u"tune"_qs},
         {u"sparkles"_qs, u"auto_awesome"_qs},
         {u"speedometer"_qs, u"speed"_qs},

@@ -40,6 +40,7 @@ Item {
         }
 
         SidebarView {
+            objectName: "sidebar"
             viewModel: root.viewModel
             visible: root.sidebarVisible
             SplitView.preferredWidth: 240

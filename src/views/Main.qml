@@ -164,6 +164,13 @@ ApplicationWindow {
                 shortcut: "Ctrl+R"
                 onTriggered: window.post("refreshDiskInfo")
             }
+            MenuSeparator {}
+            Action {
+                objectName: "toggleSidebarAction"
+                text: content.sidebarVisible ? "Hide Sidebar" : "Show Sidebar"
+                shortcut: "Ctrl+Alt+S"
+                onTriggered: content.sidebarVisible = !content.sidebarVisible
+            }
         }
     }
 
@@ -220,6 +227,19 @@ ApplicationWindow {
                 symbol: "arrow.clockwise"
                 onClicked: window.viewModel.loadDiskInfo()
             }
+        }
+        ToolbarButton {
+            objectName: "toolbarSidebarButton"
+            anchors.right: parent.right
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Sidebar"
+            symbol: "sidebar.left"
+            tint: content.sidebarVisible ? Theme.accent : Theme.primaryText
+            ToolTip.visible: hovered
+            ToolTip.delay: 600
+            ToolTip.text: content.sidebarVisible ? "Hide Sidebar" : "Show Sidebar"
+            onClicked: content.sidebarVisible = !content.sidebarVisible
         }
     }
 

@@ -99,10 +99,17 @@ Item {
             }
         }
 
+        PageIndicator {
+            objectName: "pageIndicator"
+            Layout.alignment: Qt.AlignHCenter
+            count: root.pages.length
+            currentIndex: root.currentPage
+        }
+
         RowLayout {
             Layout.fillWidth: true
             Layout.margins: 40
-            Layout.topMargin: 20
+            Layout.topMargin: 12
             ActionButton {
                 id: backButton
                 title: "Back"

@@ -155,7 +155,26 @@ TestCase {
         compare(entries(bar.menuAt(1)), ["Cut Ctrl+X", "Copy Ctrl+C", "Paste Ctrl+V", "Select All Ctrl+A"])
         compare(entries(bar.menuAt(2)), ["Start Scan Ctrl+Return", "Stop Scan Ctrl+.", "Quick Scan"])
         compare(entries(bar.menuAt(3)),
-                ["Show Dashboard Ctrl+1", "Show Scanner Ctrl+2", "Refresh Disk Info Ctrl+R"])
+                ["Show Dashboard Ctrl+1", "Show Scanner Ctrl+2", "Refresh Disk Info Ctrl+R",
+                 "Hide Sidebar Ctrl+Alt+S"])
+    }
+
+    function test_sidebarHidesAndComesBack() {
+        const window = openWindow()
+        const sidebar = findChild(window.content, "sidebar")
+        const scanner = window.content.scannerView
+        verify(sidebar.visible)
+        const besideSidebar = scanner.mapToItem(window.contentItem, 0, 0).x
+        verify(besideSidebar >= 200)
+
+        keyClick(Qt.Key_S, Qt.ControlModifier | Qt.AltModifier)
+        verify(!sidebar.visible)
+        tryVerify(() => scanner.mapToItem(window.contentItem, 0, 0).x < besideSidebar - 150)
+        compare(window.menuBar.menuAt(3).itemAt(4).text, "Show Sidebar")
+
+        mouseClick(findChild(window.contentItem.parent, "toolbarSidebarButton"))
+        verify(sidebar.visible)
+        tryVerify(() => scanner.mapToItem(window.contentItem, 0, 0).x === besideSidebar)
     }
 
     function test_selectAllTakesTheFilesEvenFromATextField() {

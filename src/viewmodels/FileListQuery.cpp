@@ -2,14 +2,17 @@
 
 #include "models/AsciiText.h"
 #include "platform/NameSortKeys.h"
-
-#include <QtConcurrent>
+#include "services/ParallelHalves.h"
 
 #include <algorithm>
+#include <array>
 
 namespace ravelinth {
 
 namespace {
+
+// A pass over fewer files than this is quicker than starting a thread for half of it.
+constexpr qsizetype parallelFrom = 100000;
 
 // Sorting (key, index) pairs keeps the keys together in memory; the index as the second key
 // makes the order total, which is what a stable sort on the key alone would give.
@@ -60,14 +63,8 @@ std::vector<char> keptFlags(const QList<FileItem> &files, const FileListQuery &q
                 (query.searchText.isEmpty() || pathMatches(file, query.searchText, asciiText));
         }
     };
-    const qsizetype half = files.size() / 2;
-    if (!query.searchText.isEmpty() && half > 50000) {
-        QFuture<void> second = QtConcurrent::run(filterRange, half, files.size());
-        filterRange(0, half);
-        second.waitForFinished();
-    } else {
-        filterRange(0, files.size());
-    }
+    inTwoHalves(files.size(), query.searchText.isEmpty() ? files.size() + 1 : parallelFrom,
+                [&](int, qsizetype begin, qsizetype end) { filterRange(begin, end); });
     return kept;
 }
 
@@ -131,17 +128,15 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
     };
     const QLocale locale;
     const qsizetype half = files.size() / 2;
-    const auto keysOf = [&](qsizetype begin, qsizetype end) {
-        NameSortKeys keys(locale);
+    std::array<NameSortKeys, 2> parts{NameSortKeys(locale), NameSortKeys(locale)};
+    inTwoHalves(files.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
+        NameSortKeys &keys = parts[size_t(part)];
         keys.reserve(end - begin);
         for (qsizetype i = begin; i < end; ++i)
             keys.append(files[i].displayName());
-        return keys;
-    };
-    QFuture<NameSortKeys> secondKeys = QtConcurrent::run(keysOf, half, files.size());
-    NameSortKeys keys = keysOf(0, half);
-    keys.appendAll(secondKeys.takeResult());
-    secondKeys = {};
+    });
+    NameSortKeys keys = std::move(parts[0]);
+    keys.appendAll(std::move(parts[1]));
 
     const auto compare = [&](const Entry &a, const Entry &b) {
         if (a.prefix != b.prefix)
@@ -153,14 +148,11 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
         return order != 0 ? order < 0 : a.index < b.index;
     };
     std::vector<Entry> entries(size_t(files.size()));
-    const auto sortRange = [&](qsizetype begin, qsizetype end) {
+    inTwoHalves(files.size(), parallelFrom, [&](int, qsizetype begin, qsizetype end) {
         for (qsizetype i = begin; i < end; ++i)
             entries[size_t(i)] = {keys.prefix(i), int(i)};
         std::sort(entries.begin() + begin, entries.begin() + end, before);
-    };
-    QFuture<void> secondSorted = QtConcurrent::run(sortRange, half, files.size());
-    sortRange(0, half);
-    secondSorted.waitForFinished();
+    });
     std::vector<Entry> merged(entries.size());
     std::merge(entries.begin(), entries.begin() + half, entries.begin() + half, entries.end(),
                merged.begin(), before);

@@ -92,6 +92,7 @@ struct RavelinthViewModel::Private {
     bool showSettings = false;
     std::optional<QString> errorMessage;
     bool includeHiddenFiles = false;
+    bool progressAnnouncementPending = false;
 
     DiskInfoService diskInfoService;
     TrashService trashService;
@@ -261,6 +262,22 @@ QAbstractItemModel *RavelinthViewModel::displayedFilesModel() const {
 void RavelinthViewModel::setScanState(ScanState state) {
     d->scanState = std::move(state);
     emit scanStateChanged();
+}
+
+// Progress comes in batches, a report each; the window redraws once per batch anyway, and each
+// announcement re-evaluates every binding on the state. So the state follows each report at
+// once, and one announcement follows the batch.
+void RavelinthViewModel::setProgressState(ScanState state) {
+    d->scanState = std::move(state);
+    if (std::exchange(d->progressAnnouncementPending, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            d->progressAnnouncementPending = false;
+            emit scanStateChanged();
+        },
+        Qt::QueuedConnection);
 }
 
 void RavelinthViewModel::setFiles(QList<FileItem> files) {
@@ -494,7 +511,7 @@ void RavelinthViewModel::startScan() {
             QPointer<RavelinthViewModel> self(this);
             auto progress = [self](qint64 files, qint64 bytes, const QString &current) {
                 if (self)
-                    self->setScanState(
+                    self->setProgressState(
                         ScanState::scanning(self->d->scanPath, files, bytes, current));
             };
             QFuture<ScanOutcome> scan =

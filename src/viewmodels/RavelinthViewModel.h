@@ -159,6 +159,7 @@ signals:
 
 private:
     void setScanState(ScanState state);
+    void setProgressState(ScanState state);
     void setFiles(QList<FileItem> files);
     void setCategoryStats(QList<CategoryStats> stats);
     void updateCategoryStats();

@@ -1,7 +1,7 @@
 #include "viewmodels/DisplayedFilesModel.h"
 
 #include "models/ByteCountFormatter.h"
-#include "viewmodels/BackgroundRelease.h"
+#include "services/BackgroundRelease.h"
 
 namespace ravelinth {
 

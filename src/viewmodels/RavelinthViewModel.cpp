@@ -3,11 +3,11 @@
 #include "models/ByteCountFormatter.h"
 #include "models/CheckedMath.h"
 #include "models/RelativeDateFormatter.h"
+#include "services/BackgroundRelease.h"
 #include "services/DiskInfoService.h"
 #include "services/FileScannerService.h"
 #include "services/FinderService.h"
 #include "services/TrashService.h"
-#include "viewmodels/BackgroundRelease.h"
 #include "viewmodels/FileListQuery.h"
 #include "viewmodels/ScanThreshold.h"
 

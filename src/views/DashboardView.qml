@@ -4,7 +4,8 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 // The first tab: the boot volume and the last scan in up to four cards, each shown only when it
-// has something to show.
+// has something to show. The scan's cards are made when the tab is shown, not when a scan ends
+// behind the file list: making them then held up the frame in which the list appeared.
 ScrollView {
     id: root
     property RavelinthViewModel viewModel
@@ -38,7 +39,7 @@ ScrollView {
         Loader {
             id: summaryLoader
             Layout.fillWidth: true
-            active: root.viewModel !== null && root.viewModel.fileCount > 0
+            active: root.visible && root.viewModel !== null && root.viewModel.fileCount > 0
             visible: active
             sourceComponent: ScanSummaryCard {
                 viewModel: root.viewModel
@@ -47,7 +48,7 @@ ScrollView {
         Loader {
             id: breakdownLoader
             Layout.fillWidth: true
-            active: root.viewModel !== null && root.viewModel.categoryStats.length > 0
+            active: root.visible && root.viewModel !== null && root.viewModel.categoryStats.length > 0
             visible: active
             sourceComponent: CategoryBreakdown {
                 stats: root.viewModel.categoryStats
@@ -57,7 +58,7 @@ ScrollView {
         Loader {
             id: savingsLoader
             Layout.fillWidth: true
-            active: root.viewModel !== null && root.viewModel.potentialSavings >= 1
+            active: root.visible && root.viewModel !== null && root.viewModel.potentialSavings >= 1
             visible: active
             sourceComponent: PotentialSavingsCard {
                 savings: root.viewModel.potentialSavings

@@ -61,21 +61,16 @@ QList<QByteArray> pseudoMountPoints() {
         "proc",        "sysfs",    "devpts",    "cgroup",   "cgroup2", "debugfs", "tracefs",
         "securityfs",  "pstore",   "bpf",       "configfs", "fusectl", "mqueue",  "hugetlbfs",
         "binfmt_misc", "efivarfs", "selinuxfs", "nsfs",     "autofs"};
-    QFile mountInfo(u"/proc/self/mountinfo"_qs);
-    if (!mountInfo.open(QIODevice::ReadOnly))
-        qFatal("cannot read /proc/self/mountinfo");
+    QFile mounts(u"/proc/self/mounts"_qs);
+    if (!mounts.open(QIODevice::ReadOnly))
+        qFatal("cannot read /proc/self/mounts");
     QList<QByteArray> points;
-    for (const QByteArray &line : mountInfo.readAll().split('\n')) {
-        const QList<QByteArray> fields = line.split(' ');
-        const qsizetype separator = fields.indexOf("-");
-        if (separator > 0 && separator + 1 < fields.size() &&
-            pseudoTypes.contains(fields[separator + 1])) {
-            // Mount points escape spaces and the like as octal.
-            points.append(QByteArray(fields[4])
-                              .replace("\\040", " ")
-                              .replace("\\011", "\t")
-                              .replace("\\012", "\n"));
-        }
+    for (const QByteArray &line : mounts.readAll().split('\n')) {
+        // "source mount-point type options ...", with spaces and the like escaped as octal.
+        QList<QByteArray> fields = line.split(' ');
+        if (fields.size() > 2 && pseudoTypes.contains(fields[2]))
+            points.append(
+                fields[1].replace("\\040", " ").replace("\\011", "\t").replace("\\012", "\n"));
     }
     return points;
 }

@@ -1,36 +1,19 @@
+#include "Programs.h"
 #include "TestTree.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
 
-using ravelinth::test::TestTree;
+using namespace ravelinth::test;
 
 namespace {
 
 constexpr qint64 MiB = 1024 * 1024;
 
-struct Output {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-Output runRavelinth(const QList<QByteArray> &arguments) {
-    QStringList list;
-    for (const QByteArray &argument : arguments)
-        list.append(QFile::decodeName(argument));
-    QProcess process;
-    process.start(QStringLiteral(RAVELINTH_EXECUTABLE), list);
-    if (!process.waitForFinished(120000))
-        qFatal("ravelinth did not finish");
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
 QJsonObject scanJson(const QList<QByteArray> &arguments) {
-    const Output output =
+    const ProcessOutput output =
         runRavelinth(QList<QByteArray>{"scan"} + arguments + QList<QByteArray>{"--json"});
     if (output.exitCode != 0)
         qFatal("scan failed: %s", output.err.constData());
@@ -117,11 +100,11 @@ private slots:
         TestTree tree;
         const QByteArray a = tree.file("a\nnewline.zip", 200 * MiB);
         const QByteArray b = tree.file("b.log", 400 * MiB);
-        const Output print0 = runRavelinth({"scan", tree.root(), "--print0"});
+        const ProcessOutput print0 = runRavelinth({"scan", tree.root(), "--print0"});
         QCOMPARE(print0.exitCode, 0);
         QCOMPARE(print0.out, b + '\0' + a + '\0');
 
-        const Output table = runRavelinth({"scan", tree.root()});
+        const ProcessOutput table = runRavelinth({"scan", tree.root()});
         QCOMPARE(table.exitCode, 0);
         const QList<QByteArray> lines = table.out.split('\n');
         QVERIFY(lines[1].contains("400 MB") || lines[1].contains("419.4 MB"));
@@ -132,7 +115,7 @@ private slots:
 
     void failuresAndUsageErrorsHaveTheirExitCodes() {
         TestTree tree;
-        const Output missing = runRavelinth({"scan", tree.path("gone")});
+        const ProcessOutput missing = runRavelinth({"scan", tree.path("gone")});
         QCOMPARE(missing.exitCode, 1);
         QCOMPARE(missing.err.trimmed(), "Path not found: " + tree.path("gone"));
         QVERIFY(missing.out.isEmpty());
@@ -141,7 +124,7 @@ private slots:
         QCOMPARE(runRavelinth({"scan", tree.root(), "--min-size-mb", "-3"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--json", "--print0"}).exitCode, 2);
         QCOMPARE(runRavelinth({"frobnicate"}).exitCode, 2);
-        const Output help = runRavelinth({"scan", "--help"});
+        const ProcessOutput help = runRavelinth({"scan", "--help"});
         QCOMPARE(help.exitCode, 0);
         QVERIFY(help.out.contains("--min-size-mb"));
         QCOMPARE(runRavelinth({"--version"}).out, QByteArray("ravelinth 1.0\n"));

@@ -1,20 +1,17 @@
+#include "Programs.h"
 #include "TestTree.h"
 #include "services/ProtectedLocations.h"
 #include "services/TrashService.h"
 
-#include <QProcess>
 #include <QtTest>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace ravelinth;
-using ravelinth::test::ScopedTestEnvironment;
-using ravelinth::test::TestTree;
+using namespace ravelinth::test;
 
 namespace {
-
-constexpr uid_t nobody = 65534;
 
 const QList<QByteArray> systemFolders{"/usr",    "/bin", "/sbin", "/lib", "/lib32", "/lib64",
                                       "/libx32", "/etc", "/boot", "/dev", "/proc",  "/sys"};
@@ -131,24 +128,13 @@ private slots:
         QList<QByteArray> before;
         for (const QByteArray &path : paths)
             before.append(identityOf(path));
-        for (bool asRoot : {true, false}) {
-            QStringList arguments;
-            if (!asRoot) {
-                arguments << u"--reuid=65534"_qs << u"--regid=65534"_qs << u"--clear-groups"_qs;
-            } else {
-                arguments << u"--reuid=0"_qs;
-            }
-            arguments << u"env"_qs << u"HOME="_qs + QFile::decodeName(home)
-                      << u"XDG_DATA_HOME="_qs + QFile::decodeName(home)
-                      << u"XDG_RUNTIME_DIR="_qs + QFile::decodeName(home)
-                      << QStringLiteral(RAVELINTH_EXECUTABLE) << u"trash"_qs;
+        for (const User &user : {User{0, home, home}, User{nobody, home, home}}) {
+            QStringList arguments{u"trash"_qs};
             for (const QByteArray &path : paths)
                 arguments.append(QFile::decodeName(path));
-            QProcess process;
-            process.start(u"setpriv"_qs, arguments);
-            QVERIFY(process.waitForFinished(60000));
-            QCOMPARE(process.exitCode(), 1);
-            const QList<QByteArray> lines = process.readAllStandardOutput().trimmed().split('\n');
+            const ProcessOutput output = run(QStringLiteral(RAVELINTH_EXECUTABLE), arguments, user);
+            QCOMPARE(output.exitCode, 1);
+            const QList<QByteArray> lines = output.out.trimmed().split('\n');
             QCOMPARE(lines.size(), paths.size());
             for (const QByteArray &line : lines)
                 QVERIFY2(line.endsWith("' to Trash: Protected system location"), line.constData());

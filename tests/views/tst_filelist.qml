@@ -100,20 +100,17 @@ TestCase {
     function test_emptyStates() {
         const view = makeList()
         const vm = view.viewModel
-        verify(view.emptyState.visible)
-        compare(view.emptyState.title, "No Files Scanned")
-        compare(view.emptyState.message,
-                "Select a folder and click 'Start Scan' to find large files")
+        const says = () => [view.emptyState.visible, view.emptyState.title, view.emptyState.message]
+        compare(says(), [true, "No Files Scanned",
+                         "Select a folder and click 'Start Scan' to find large files"])
 
         const folder = makeFolder()
         vm.scanPath = folder.root
         vm.minFileSizeMB = 1
         vm.startScan()
-        compare(view.emptyState.title, "Scanning...")
-        compare(view.emptyState.message, vm.scanState.statusMessage)
+        compare(says(), [true, "Scanning...", vm.scanState.statusMessage])
         const spinner = findChild(view.emptyState, "scanningIndicator")
         verify(spinner.visible && spinner.spinning)
-        compare(spinner.width, 40)
 
         tryVerify(() => vm.scanState.kind === "completed", 10000)
         tryCompare(vm, "displayedCount", fileSet.length, 5000)
@@ -123,13 +120,11 @@ TestCase {
         vm.categoryFilter = "Videos"
         vm.searchText = "no such file"
         tryCompare(view.emptyState, "visible", true)
-        compare(view.emptyState.title, "No Matching Files")
-        compare(view.emptyState.message, "Try adjusting your filters or search query")
+        compare(says(), [true, "No Matching Files", "Try adjusting your filters or search query"])
         const clear = findChild(view.emptyState, "emptyClearFilters")
         verify(clear.visible)
         mouseClick(clear)
-        compare(vm.searchText, "")
-        compare(vm.categoryFilter, "")
+        compare([vm.searchText, vm.categoryFilter], ["", ""])
         tryCompare(vm, "displayedCount", fileSet.length)
         verify(!view.emptyState.visible)
 
@@ -139,18 +134,15 @@ TestCase {
         const search = findChild(view, "searchField")
         testCase.Window.window.requestActivate()
         mouseClick(search)
-        keyClick(Qt.Key_M)
-        keyClick(Qt.Key_O)
-        keyClick(Qt.Key_V)
+        for (const key of "mov")
+            keyClick(key)
         compare(vm.searchText, "mov")
         tryCompare(vm, "displayedCount", 1)
         compare(count.text, "1 files • " + vm.formatByteCount(vm.totalScannedSize))
         const clearSearch = findChild(view, "clearSearch")
         verify(clearSearch.visible)
         mouseClick(clearSearch)
-        compare(vm.searchText, "")
-        compare(search.text, "")
-        verify(!clearSearch.visible)
+        compare([vm.searchText, search.text, clearSearch.visible], ["", "", false])
         tryCompare(vm, "displayedCount", fileSet.length)
         vm.categoryFilter = "Installers"
         tryCompare(vm, "displayedCount", 1)
@@ -166,40 +158,25 @@ TestCase {
         compare(vm.sortOption, 0) // Size (Largest)
         compare(names(view)[0], "holiday.mov")
 
-        mouseClick(headerCell(view, 2)) // Size: flips to smallest first
-        compare(vm.sortOption, 1)
-        tryVerify(() => names(view)[0] === "report.pdf")
-        mouseClick(headerCell(view, 3)) // Category sorts nothing
-        compare(vm.sortOption, 1)
-        mouseClick(headerCell(view, 5)) // Status sorts nothing
-        compare(vm.sortOption, 1)
-        mouseClick(headerCell(view, 0)) // the icon column sorts nothing
-        compare(vm.sortOption, 1)
-
-        mouseClick(headerCell(view, 1)) // Name, A to Z, then Z to A
-        compare(vm.sortOption, 2)
-        tryVerify(() => names(view)[0] === "album.flac")
-        mouseClick(headerCell(view, 1))
-        compare(vm.sortOption, 3)
-        tryVerify(() => names(view)[0] === "setup.dmg")
-
-        mouseClick(headerCell(view, 4)) // Modified: oldest first, then newest
-        compare(vm.sortOption, 5)
-        tryVerify(() => names(view)[0] === "report.pdf")
-        mouseClick(headerCell(view, 4))
-        compare(vm.sortOption, 4)
-        tryVerify(() => names(view)[0] === "panorama.tiff")
+        // [column clicked, sort option, first name]: Size flips to smallest first; Category,
+        // Status and the icon column sort nothing; Name goes A to Z then Z to A; Modified oldest
+        // first, then newest.
+        for (const [column, option, first] of [[2, 1, "report.pdf"], [3, 1, "report.pdf"],
+                                               [5, 1, "report.pdf"], [0, 1, "report.pdf"],
+                                               [1, 2, "album.flac"], [1, 3, "setup.dmg"],
+                                               [4, 5, "report.pdf"], [4, 4, "panorama.tiff"]]) {
+            mouseClick(headerCell(view, column))
+            compare(vm.sortOption, option, "column " + column)
+            tryVerify(() => names(view)[0] === first, 5000, "column " + column)
+        }
 
         // The picker chooses, then a header click wins again.
         const picker = findChild(view, "sortPicker")
         picker.currentIndex = 2
         picker.activated(2)
-        compare(vm.sortOption, 2)
-        compare(view.sortOrder[0].key, "name")
+        compare([vm.sortOption, view.sortOrder[0].key], [2, "name"])
         mouseClick(headerCell(view, 2))
-        compare(vm.sortOption, 1)
-        compare(view.sortOrder[0].key, "size")
-        compare(view.sortOrder[0].ascending, true)
+        compare([vm.sortOption, view.sortOrder[0].key, view.sortOrder[0].ascending], [1, "size", true])
 
         // An empty order changes nothing.
         view.sortOrder = []
@@ -210,13 +187,11 @@ TestCase {
         const view = makeList()
         scan(view, makeFolder())
         // Largest first: holiday.mov (2 days), backup.zip (3 hours), setup.dmg (40 days).
-        const modified = row => findChild(cell(view, row, 4), "modifiedText").text
-        compare(modified(0), "2 days ago")
-        compare(modified(1), "3 hours ago")
-        compare(modified(2), "1 month ago")
+        compare([0, 1, 2].map(row => findChild(cell(view, row, 4), "modifiedText").text),
+                ["2 days ago", "3 hours ago", "1 month ago"])
         compare(findChild(cell(view, 3, 3), "categoryBadge").category, "Other")
-        compare(findChild(cell(view, 2, 5), "safeBadge").isSafe, true) // an installer
-        compare(findChild(cell(view, 0, 5), "safeBadge").isSafe, false)
+        // An installer is safe to delete, a film is not.
+        compare([2, 0].map(row => findChild(cell(view, row, 5), "safeBadge").isSafe), [true, false])
     }
 
     function test_selectionByMouse() {
@@ -224,19 +199,24 @@ TestCase {
         const vm = view.viewModel
         scan(view, makeFolder())
 
-        mouseClick(cell(view, 0))
-        compare(selectedRows(view), [0])
-        mouseClick(cell(view, 2), 10, 10, Qt.LeftButton, Qt.ControlModifier)
-        compare(selectedRows(view), [0, 2])
-        mouseClick(cell(view, 4), 10, 10, Qt.LeftButton, Qt.ShiftModifier)
-        compare(selectedRows(view), [2, 3, 4])
-        mouseClick(cell(view, 6), 10, 10, Qt.LeftButton, Qt.ControlModifier | Qt.ShiftModifier)
-        compare(selectedRows(view), [2, 3, 4, 5, 6])
-        mouseClick(cell(view, 3), 10, 10, Qt.LeftButton, Qt.ControlModifier)
-        compare(selectedRows(view), [2, 4, 5, 6])
-        mouseClick(cell(view, 1, 5)) // any column selects the row
-        compare(selectedRows(view), [1])
+        const ctrl = Qt.ControlModifier, shift = Qt.ShiftModifier
+        // [row, column, modifiers, selected rows after the click]; any column selects the row.
+        for (const [row, column, modifiers, selected] of [[0, 1, 0, [0]], [2, 1, ctrl, [0, 2]],
+                                                           [4, 1, shift, [2, 3, 4]],
+                                                           [6, 1, ctrl | shift, [2, 3, 4, 5, 6]],
+                                                           [3, 1, ctrl, [2, 4, 5, 6]],
+                                                           [1, 5, 0, [1]]]) {
+            mouseClick(cell(view, row, column), 10, 10, Qt.LeftButton, modifiers)
+            compare(selectedRows(view), selected, "click on row " + row)
+        }
         compare(vm.selectedCount, 1)
+
+        // A double click selects and reveals, and never opens the file: with no file manager
+        // answering, the file's folder is what gets opened.
+        mouseDoubleClickSequence(cell(view, 2))
+        tryCompare(TestDesktop.opened, "length", 1)
+        verify(TestDesktop.opened[0].endsWith("/Downloads"), TestDesktop.opened[0])
+        compare(selectedRows(view), [2])
     }
 
     function test_selectionByKeys() {
@@ -247,23 +227,17 @@ TestCase {
         mouseClick(cell(view, 1))
         verify(view.table.activeFocus)
 
-        keyClick(Qt.Key_Down)
-        compare(selectedRows(view), [2])
-        keyClick(Qt.Key_Down, Qt.ShiftModifier)
-        keyClick(Qt.Key_Down, Qt.ShiftModifier)
-        compare(selectedRows(view), [2, 3, 4])
-        keyClick(Qt.Key_Up, Qt.ShiftModifier)
-        compare(selectedRows(view), [2, 3])
-        keyClick(Qt.Key_Up)
-        compare(selectedRows(view), [2])
-        keyClick(Qt.Key_End)
-        compare(selectedRows(view), [6])
-        keyClick(Qt.Key_Home, Qt.ShiftModifier)
-        compare(vm.selectedCount, 7)
-        keyClick(Qt.Key_Home)
-        compare(selectedRows(view), [0])
-        keyClick(Qt.Key_Up) // stays on the first row
-        compare(selectedRows(view), [0])
+        const shift = Qt.ShiftModifier
+        // [key, modifiers, selected rows after it]; Up on the first row stays there.
+        for (const [key, modifiers, selected] of [[Qt.Key_Down, 0, [2]], [Qt.Key_Down, shift, [2, 3]],
+                                                   [Qt.Key_Down, shift, [2, 3, 4]],
+                                                   [Qt.Key_Up, shift, [2, 3]], [Qt.Key_Up, 0, [2]],
+                                                   [Qt.Key_End, 0, [6]],
+                                                   [Qt.Key_Home, shift, [0, 1, 2, 3, 4, 5, 6]],
+                                                   [Qt.Key_Home, 0, [0]], [Qt.Key_Up, 0, [0]]]) {
+            keyClick(key, modifiers)
+            compare(selectedRows(view), selected)
+        }
 
         // Enter shows the selection in the file manager (here: its folder is opened).
         keyClick(Qt.Key_Return)
@@ -283,9 +257,8 @@ TestCase {
         keyClick(Qt.Key_Delete)
         tryCompare(vm, "fileCount", 5, 10000)
         compare(vm.selectedCount, 0)
-        verify(!folder.exists("Movies/holiday.mov"))
-        verify(!folder.exists("Archives/backup.zip"))
-        verify(folder.exists("Downloads/setup.dmg"))
+        compare(["Movies/holiday.mov", "Archives/backup.zip", "Downloads/setup.dmg"].map(
+                    path => folder.exists(path)), [false, false, true])
 
         // Ctrl+Backspace does the same.
         tryCompare(vm, "displayedCount", 5)
@@ -307,14 +280,10 @@ TestCase {
         mouseClick(cell(view, 1), 10, 10, Qt.LeftButton, Qt.ControlModifier)
         mouseClick(cell(view, 3), 10, 10, Qt.RightButton)
         tryCompare(menu, "opened", true)
-        compare(menu.selection, [vm.fileIdAt(3)])
-        compare(menu.file, vm.fileIdAt(3))
+        compare([menu.selection, menu.file, view.contextRow], [[vm.fileIdAt(3)], vm.fileIdAt(3), 3])
         compare(selectedRows(view), [0, 1])
-        compare(view.contextRow, 3)
-        compare(menu.itemAt(0).text, "Show in File Manager")
-        compare(menu.itemAt(1).text, "Open")
-        compare(menu.itemAt(2).text, "Copy Path")
-        compare(menu.itemAt(4).text, "Move to Trash")
+        compare([0, 1, 2, 4].map(i => menu.itemAt(i).text),
+                ["Show in File Manager", "Open", "Copy Path", "Move to Trash"])
 
         // "Open" opens the file itself.
         mouseClick(menu.itemAt(1))
@@ -328,35 +297,18 @@ TestCase {
         compare(selectedRows(view), [0, 1, 4])
         mouseClick(cell(view, 1), 10, 10, Qt.RightButton)
         tryCompare(menu, "opened", true)
-        compare(menu.selection.length, 3)
-        compare(menu.selectedFiles.length, 3)
+        compare([menu.selection.length, menu.selectedFiles.length], [3, 3])
         mouseClick(menu.itemAt(4))
         tryCompare(vm, "fileCount", 4, 10000)
-        verify(!folder.exists("Movies/holiday.mov"))
-        verify(!folder.exists("Archives/backup.zip"))
-        verify(!folder.exists("Pictures/panorama.tiff"))
-        verify(folder.exists("Other/data.bin"))
+        compare(["Movies/holiday.mov", "Archives/backup.zip", "Pictures/panorama.tiff",
+                 "Other/data.bin"].map(path => folder.exists(path)), [false, false, false, true])
         compare(vm.selectedCount, 0)
-    }
-
-    function test_doubleClickRevealsAndNeverOpens() {
-        const view = makeList()
-        scan(view, makeFolder())
-        mouseDoubleClickSequence(cell(view, 2))
-        tryCompare(TestDesktop.opened, "length", 1)
-        // No file manager answers here, so the file's folder is what gets opened.
-        verify(TestDesktop.opened[0].endsWith("/Downloads"), TestDesktop.opened[0])
-        compare(view.viewModel.selectedCount, 1)
     }
 
     function test_columnsResizeByTheirGrips() {
         const view = makeList()
         scan(view, makeFolder())
-        const sizeHeader = headerCell(view, 2)
-        const before = sizeHeader.width
-        compare(before, 100)
-        compare(headerCell(view, 4).width, 115)
-        const grip = findChild(sizeHeader, "grip2")
+        const grip = findChild(headerCell(view, 2), "grip2")
         mouseDrag(grip, grip.width / 2, grip.height / 2, 60, 0)
         tryCompare(view.columnWidths, "2", 160)
         tryCompare(headerCell(view, 2), "width", 160)
@@ -373,9 +325,11 @@ TestCase {
     function test_zLooks() {
         const view = makeList()
         const vm = view.viewModel
-        const root = testCase.Window.window.contentItem
-        wait(300)
-        grabImage(view).save("filelist-empty.png")
+        const shot = (name, item) => {
+            wait(300)
+            grabImage(item || view).save("filelist-" + name + ".png")
+        }
+        shot("empty")
 
         const folder = createTemporaryObject(folderComponent, testCase)
         const kinds = ["mov", "zip", "dmg", "iso", "jpg", "flac", "pdf", "bin", "mkv", "tar.gz",
@@ -390,8 +344,7 @@ TestCase {
         // A big real tree keeps the scan busy long enough to be seen.
         vm.scanPath = "/usr"
         vm.startScan()
-        wait(400)
-        grabImage(view).save("filelist-scanning.png")
+        shot("scanning")
         vm.stopScan()
         tryVerify(() => !vm.isScanning)
         wait(200)
@@ -404,23 +357,19 @@ TestCase {
         mouseClick(cell(view, 1))
         mouseClick(cell(view, 3), 10, 10, Qt.LeftButton, Qt.ControlModifier)
         mouseClick(cell(view, 5), 10, 10, Qt.LeftButton, Qt.ShiftModifier)
-        wait(300)
-        grabImage(view).save("filelist-results.png")
+        shot("results")
 
         mouseClick(cell(view, 8), 60, 20, Qt.RightButton)
         tryCompare(view.contextMenu, "opened", true)
-        wait(300)
-        grabImage(root).save("filelist-menu.png")
+        shot("menu", testCase.Window.window.contentItem)
         view.contextMenu.close()
 
         mouseClick(headerCell(view, 1))
         tryVerify(() => vm.sortOption === 2)
-        wait(300)
-        grabImage(view).save("filelist-by-name.png")
+        shot("by-name")
 
         vm.searchText = "nothing like this"
         tryCompare(view.emptyState, "visible", true)
-        wait(300)
-        grabImage(view).save("filelist-nomatch.png")
+        shot("nomatch")
     }
 }

@@ -40,25 +40,6 @@ TestCase {
         }
     }
 
-    function findChild(item, name) {
-        if (!item)
-            return null
-        if (item.objectName === name)
-            return item
-        const children = item.children || []
-        for (let i = 0; i < children.length; ++i) {
-            const found = findChild(children[i], name)
-            if (found)
-                return found
-        }
-        if (item.contentItem && item.contentItem !== item) {
-            const found = findChild(item.contentItem, name)
-            if (found)
-                return found
-        }
-        return null
-    }
-
     function makeScanner() {
         const page = createTemporaryObject(scannerComponent, testCase)
         verify(page)
@@ -74,71 +55,62 @@ TestCase {
         const model = page.viewModel
         const strip = findChild(view, "scanProgress")
 
-        compare(model.scanState.kind, "idle")
-        compare(view.scanButton.title, "Start Scan")
-        compare(view.scanButton.style, "primary")
-        compare(view.scanButton.icon, "play.fill")
-        verify(!strip.visible)
+        const expectIdle = state => {
+            compare(model.scanState.kind, state)
+            compare([view.scanButton.title, view.scanButton.style, view.scanButton.icon],
+                    ["Start Scan", "primary", "play.fill"], state)
+            verify(!strip.visible, state)
+        }
+        expectIdle("idle")
 
         model.scanPath = largeFolder
         mouseClick(view.scanButton)
         compare(model.scanState.kind, "scanning")
-        compare(view.scanButton.title, "Stop Scan")
-        compare(view.scanButton.style, "destructive")
-        compare(view.scanButton.icon, "stop.fill")
+        compare([view.scanButton.title, view.scanButton.style, view.scanButton.icon],
+                ["Stop Scan", "destructive", "stop.fill"])
         verify(!view.scanButton.isLoading)
         verify(strip.visible)
         tryVerify(() => model.scanState.filesScanned > 0, 10000)
         compare(findChild(strip, "statusMessage").text, model.scanState.statusMessage)
 
         mouseClick(view.scanButton)
-        compare(model.scanState.kind, "cancelled")
-        compare(view.scanButton.title, "Start Scan")
-        verify(!strip.visible)
+        expectIdle("cancelled")
         tryVerify(() => model.scanState.kind === "completed", 20000)
-        compare(view.scanButton.title, "Start Scan")
-        verify(!strip.visible)
+        expectIdle("completed")
 
         // A folder that is not there ends in the error state.
         model.scanPath = "/nonexistent/ravelinth-test"
         mouseClick(view.scanButton)
         tryVerify(() => model.scanState.kind === "error", 5000)
-        compare(view.scanButton.title, "Start Scan")
-        verify(!strip.visible)
-        verify(model.errorMessage !== "")
+        expectIdle("error")
+        compare(model.errorMessage, "Path not found: /nonexistent/ravelinth-test")
     }
 
     function test_thresholdMenuSetsTheMinimumSize() {
         const page = makeScanner()
         const view = page.view
         const model = page.viewModel
-        compare(model.minFileSizeMB, 100)
-        compare(view.minSizeField.text, "100")
-
-        const titles = []
-        for (let i = 0; i < view.thresholdMenu.count; ++i)
-            titles.push(view.thresholdMenu.itemAt(i).text)
-        compare(titles, ["10 MB", "25 MB", "50 MB", "100 MB", "250 MB", "500 MB", "1 GB"])
+        const menu = view.thresholdMenu
+        compare([model.minFileSizeMB, view.minSizeField.text], [100, "100"])
+        compare(Array.from({ length: menu.count }, (_, i) => menu.itemAt(i).text),
+                ["10 MB", "25 MB", "50 MB", "100 MB", "250 MB", "500 MB", "1 GB"])
 
         mouseClick(findChild(view, "thresholdButton"))
-        tryCompare(view.thresholdMenu, "opened", true)
-        const oneGigabyte = view.thresholdMenu.itemAt(6)
-        mouseClick(oneGigabyte)
-        tryCompare(view.thresholdMenu, "visible", false)
+        tryCompare(menu, "opened", true)
+        mouseClick(menu.itemAt(6))
+        tryCompare(menu, "visible", false)
         compare(model.minFileSizeMB, 1024)
         compare(Number.fromLocaleString(Qt.locale(), view.minSizeField.text), 1024)
-
-        view.thresholdMenu.popup()
-        tryCompare(view.thresholdMenu, "opened", true)
-        mouseClick(view.thresholdMenu.itemAt(1))
-        compare(model.minFileSizeMB, 25)
-        compare(view.minSizeField.text, "25")
+        menu.popup()
+        tryCompare(menu, "opened", true)
+        mouseClick(menu.itemAt(1))
+        compare([model.minFileSizeMB, view.minSizeField.text], [25, "25"])
 
         // Typing a number sets it too; leaving the field shows what was stored.
         view.minSizeField.forceActiveFocus()
         view.minSizeField.selectAll()
-        keyClick(Qt.Key_7)
-        keyClick(Qt.Key_5)
+        keyClick("7")
+        keyClick("5")
         compare(model.minFileSizeMB, 75)
         keyClick(Qt.Key_Tab)
         compare(view.minSizeField.text, "75")
@@ -148,12 +120,9 @@ TestCase {
         const page = makeScanner()
         const view = page.view
         const model = page.viewModel
-        const locations = AppContext.quickAccessLocations
-        compare(locations.length, 6)
-        const names = []
-        for (let i = 0; i < locations.length; ++i)
-            names.push(findChild(view, "quickScan_" + locations[i].name).location.name)
-        compare(names, ["Home", "Downloads", "Desktop", "Documents", "Applications", "Library"])
+        // One button per location; the table itself is checked in tst_classification.
+        for (const location of AppContext.quickAccessLocations)
+            compare(findChild(view, "quickScan_" + location.name).location.path, location.path)
 
         view.pathField.forceActiveFocus()
         view.pathField.selectAll()
@@ -162,17 +131,15 @@ TestCase {
 
         const applications = findChild(view, "quickScan_Applications")
         mouseClick(applications)
-        compare(model.scanPath, applications.location.path)
-        compare(view.pathField.text, applications.location.path)
-        compare(model.scanState.kind, "scanning")
-        compare(model.scanState.path, applications.location.path)
+        const path = applications.location.path
+        compare([model.scanPath, view.pathField.text, model.scanState.kind, model.scanState.path],
+                [path, path, "scanning", path])
 
         // While a scan runs a preset still replaces the path but starts nothing new.
         const home = findChild(view, "quickScan_Home")
         mouseClick(home)
-        compare(model.scanPath, home.location.path)
-        compare(model.scanState.kind, "scanning")
-        compare(model.scanState.path, applications.location.path)
+        compare([model.scanPath, model.scanState.kind, model.scanState.path],
+                [home.location.path, "scanning", path])
         model.stopScan()
     }
 
@@ -188,28 +155,27 @@ TestCase {
     }
 
     function test_progressStripTexts() {
-        const forty = "abcdefghijklmnopqrstuvwxyz0123456789.mkv"
-        compare(forty.length, 40)
+        const forty = "abcdefghijklmnopqrstuvwxyz0123456789.mkv" // 40 characters
         const strip = createTemporaryObject(progressComponent, testCase, {
             scanState: { kind: "scanning", statusMessage: "Scanning: " + forty + "\nFiles: 1234567",
                          path: "/data", currentFile: "/data/films/" + forty,
                          filesScanned: 1234567, bytesScanned: 1500000 }
         })
-        compare(findChild(strip, "currentFileName").text, forty)
-        compare(findChild(findChild(strip, "filesPill"), "statPillValue").text,
-                AppContext.formatGroupedInteger(1234567))
-        compare(findChild(findChild(strip, "bytesPill"), "statPillValue").text, "1.5 MB")
-        compare(findChild(strip, "statusMessage").text, "Scanning: " + forty + "\nFiles: 1234567")
+        const text = name => findChild(strip, name).text
+        const pill = name => findChild(findChild(strip, name), "statPillValue").text
+        compare([text("currentFileName"), pill("filesPill"), pill("bytesPill"), text("statusMessage")],
+                [forty, AppContext.formatGroupedInteger(1234567), "1.5 MB",
+                 "Scanning: " + forty + "\nFiles: 1234567"])
 
         strip.scanState = { kind: "scanning", statusMessage: "", currentFile: "/data/x" + forty,
                             filesScanned: 0, bytesScanned: 0 }
-        compare(findChild(strip, "currentFileName").text, ("x" + forty).substring(0, 37) + "...")
-        compare(findChild(findChild(strip, "bytesPill"), "statPillValue").text, "Zero KB")
+        compare([text("currentFileName"), pill("bytesPill")],
+                [("x" + forty).substring(0, 37) + "...", "Zero KB"])
 
         // At the start of a scan there is no file yet.
         strip.scanState = { kind: "scanning", statusMessage: "Scanning: ", currentFile: "",
                             filesScanned: 0, bytesScanned: 0 }
-        compare(findChild(strip, "currentFileName").text, "")
+        compare(text("currentFileName"), "")
     }
 
     function test_tabWalksTheControlsInReadingOrder() {

@@ -1,5 +1,7 @@
 #include "platform/NameSortKeys.h"
 
+#include "models/AsciiText.h"
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -75,25 +77,35 @@ void NameSortKeys::append(QStringView name) {
         }
     } else {
 #if RAVELINTH_HAVE_ICU
-        // Most keys fit the room left in the buffer; a longer one is asked for again.
+        // Most keys fit the buffer on the stack; a longer one is asked for again.
         const auto source = reinterpret_cast<const UChar *>(name.utf16());
         const auto length = int32_t(name.size());
-        size_t room = std::max<size_t>(64, size_t(name.size()) * 4);
-        for (;;) {
-            m_bytes.resize(start + room);
-            const int32_t needed = ucol_getSortKey(m_collator->icu, source, length,
-                                                   m_bytes.data() + start, int32_t(room));
-            if (size_t(needed) <= room) {
-                m_bytes.resize(start + size_t(needed));
-                break;
-            }
-            room = size_t(needed);
+        std::uint8_t key[256];
+        const int32_t needed = ucol_getSortKey(m_collator->icu, source, length, key, sizeof key);
+        if (size_t(needed) <= sizeof key) {
+            m_bytes.insert(m_bytes.end(), key, key + needed);
+        } else {
+            m_bytes.resize(start + size_t(needed));
+            ucol_getSortKey(m_collator->icu, source, length, m_bytes.data() + start, needed);
         }
 #else
         m_opaqueKeys.push_back(m_collator->opaque->sortKey(name.toString()));
 #endif
     }
     m_ends.push_back(m_bytes.size());
+}
+
+void NameSortKeys::appendUtf8(QByteArrayView name) {
+    // Most names are ASCII: widened on the stack they need neither a decoder nor an allocation.
+    constexpr qsizetype room = 256;
+    if (name.size() <= room && isAsciiText(name)) {
+        char16_t wide[room];
+        for (qsizetype i = 0; i < name.size(); ++i)
+            wide[i] = char16_t(name[i]);
+        append(QStringView(wide, name.size()));
+    } else {
+        append(QString::fromUtf8(name));
+    }
 }
 
 void NameSortKeys::appendAll(NameSortKeys &&other) {

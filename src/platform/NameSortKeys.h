@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QCollator>
 #include <QLocale>
 #include <QStringView>
@@ -23,6 +24,8 @@ public:
 
     void reserve(qsizetype count);
     void append(QStringView name);
+    // The same for a name given as it lies on disk: UTF-8, invalid bytes read as U+FFFD.
+    void appendUtf8(QByteArrayView name);
     // Moves the other's keys after these; both must have been made for the same locale.
     void appendAll(NameSortKeys &&other);
 

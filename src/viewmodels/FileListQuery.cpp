@@ -133,7 +133,7 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
         NameSortKeys &keys = parts[size_t(part)];
         keys.reserve(end - begin);
         for (qsizetype i = begin; i < end; ++i)
-            keys.append(files[i].displayName());
+            keys.appendUtf8(files[i].name());
     });
     NameSortKeys keys = std::move(parts[0]);
     keys.appendAll(std::move(parts[1]));

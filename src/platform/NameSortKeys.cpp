@@ -115,14 +115,21 @@ void NameSortKeys::appendAll(NameSortKeys &&other) {
         m_ends.push_back(offset + end);
     std::move(other.m_opaqueKeys.begin(), other.m_opaqueKeys.end(),
               std::back_inserter(m_opaqueKeys));
-    other = NameSortKeys(QLocale::c());
+    // The other's buffers can be large; they go now rather than with it.
+    other.m_bytes = {};
+    other.m_ends = {};
+    other.m_opaqueKeys = {};
+}
+
+std::pair<const std::uint8_t *, size_t> NameSortKeys::keyAt(qsizetype index) const {
+    const size_t begin = index == 0 ? 0 : m_ends[size_t(index) - 1];
+    return {m_bytes.data() + begin, m_ends[size_t(index)] - begin};
 }
 
 NameSortKeys::Prefix NameSortKeys::prefix(qsizetype index) const {
-    const size_t begin = index == 0 ? 0 : m_ends[size_t(index) - 1];
-    const size_t length = std::min<size_t>(m_ends[size_t(index)] - begin, 16);
+    const auto [key, length] = keyAt(index);
     std::uint8_t bytes[16] = {};
-    std::memcpy(bytes, m_bytes.data() + begin, length);
+    std::memcpy(bytes, key, std::min<size_t>(length, 16));
     Prefix prefix;
     for (int i = 0; i < 8; ++i) {
         prefix.high = prefix.high << 8 | bytes[i];

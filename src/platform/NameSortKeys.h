@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace ravelinth {
@@ -41,6 +42,8 @@ public:
     int compare(qsizetype a, qsizetype b) const;
 
 private:
+    std::pair<const std::uint8_t *, std::size_t> keyAt(qsizetype index) const;
+
     struct Collator;
     std::unique_ptr<Collator> m_collator;
     std::vector<std::uint8_t> m_bytes;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace ravelinth {
 
@@ -63,7 +64,10 @@ std::vector<char> keptFlags(const QList<FileItem> &files, const FileListQuery &q
                 (query.searchText.isEmpty() || pathMatches(file, query.searchText, asciiText));
         }
     };
-    inTwoHalves(files.size(), query.searchText.isEmpty() ? files.size() + 1 : parallelFrom,
+    // A category filter alone reads one byte per file: too little to be worth a thread.
+    const qsizetype threadFrom =
+        query.searchText.isEmpty() ? std::numeric_limits<qsizetype>::max() : parallelFrom;
+    inTwoHalves(files.size(), threadFrom,
                 [&](int, qsizetype begin, qsizetype end) { filterRange(begin, end); });
     return kept;
 }
@@ -127,7 +131,6 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
         int index;
     };
     const QLocale locale;
-    const qsizetype half = files.size() / 2;
     std::array<NameSortKeys, 2> parts{NameSortKeys(locale), NameSortKeys(locale)};
     inTwoHalves(files.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
         NameSortKeys &keys = parts[size_t(part)];
@@ -148,11 +151,12 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
         return order != 0 ? order < 0 : a.index < b.index;
     };
     std::vector<Entry> entries(size_t(files.size()));
-    inTwoHalves(files.size(), parallelFrom, [&](int, qsizetype begin, qsizetype end) {
-        for (qsizetype i = begin; i < end; ++i)
-            entries[size_t(i)] = {keys.prefix(i), int(i)};
-        std::sort(entries.begin() + begin, entries.begin() + end, before);
-    });
+    const qsizetype half =
+        inTwoHalves(files.size(), parallelFrom, [&](int, qsizetype begin, qsizetype end) {
+            for (qsizetype i = begin; i < end; ++i)
+                entries[size_t(i)] = {keys.prefix(i), int(i)};
+            std::sort(entries.begin() + begin, entries.begin() + end, before);
+        });
     std::vector<Entry> merged(entries.size());
     std::merge(entries.begin(), entries.begin() + half, entries.begin() + half, entries.end(),
                merged.begin(), before);

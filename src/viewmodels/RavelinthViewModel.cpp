@@ -53,6 +53,9 @@ struct ListTotals {
 
 bool countsAsSavings(const FileItem &file);
 
+// A list at least this long has its totals summed beside the queries rather than at once.
+constexpr qsizetype summedBesideFrom = 20000;
+
 ListTotals sumTotals(const QList<FileItem> &files) {
     ListTotals totals;
     for (qsizetype i = 0; i < files.size(); ++i) {
@@ -294,7 +297,7 @@ void RavelinthViewModel::setFiles(QList<FileItem> files) {
     computeOrders();
     emit filesChanged();
     // A short list is summed at once; a long one when its orders are made.
-    if (d->files.size() < 20000) {
+    if (d->files.size() < summedBesideFrom) {
         d->currentTotals();
         emit totalsChanged();
     }
@@ -313,7 +316,7 @@ void RavelinthViewModel::computeOrders() {
     d->namedOrders = named->future();
     base->start();
     named->start();
-    const bool sumsTotals = files.size() >= 20000;
+    const bool sumsTotals = files.size() >= summedBesideFrom;
     auto totals = std::make_shared<QPromise<ListTotals>>();
     QFuture<ListTotals> summed = totals->future();
     totals->start();

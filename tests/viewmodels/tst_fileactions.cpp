@@ -50,7 +50,9 @@ class FileActionsTest : public QObject {
         return {};
     }
 
-    void scan(RavelinthViewModel &model) {
+    // The actions, on a model that has scanned the tree.
+    void prepare(RavelinthViewModel &model, FileActions &actions) {
+        actions.setViewModel(&model);
         model.setScanPath(QFile::decodeName(tree.root()));
         model.setMinFileSizeMB(1);
         model.startScan();
@@ -73,8 +75,7 @@ private slots:
     void existingKeepsListOrderAndDropsUnknownIds() {
         RavelinthViewModel model;
         FileActions actions;
-        actions.setViewModel(&model);
-        scan(model);
+        prepare(model, actions);
         const QString odd = idOf(model, oddPath);
         const QString plain = idOf(model, plainPath);
         QVERIFY(!odd.isEmpty() && !plain.isEmpty());
@@ -87,8 +88,7 @@ private slots:
     void openAndRevealUseTheExactBytes() {
         RavelinthViewModel model;
         FileActions actions;
-        actions.setViewModel(&model);
-        scan(model);
+        prepare(model, actions);
         const QString odd = idOf(model, oddPath);
 
         actions.open({odd});
@@ -105,8 +105,7 @@ private slots:
     void copyPathTakesOnlyTheFirstFile() {
         RavelinthViewModel model;
         FileActions actions;
-        actions.setViewModel(&model);
-        scan(model);
+        prepare(model, actions);
         QGuiApplication::clipboard()->setText(u"before"_qs);
         actions.copyPath({});
         QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_qs);
@@ -118,8 +117,7 @@ private slots:
     void zMoveToTrashMovesEachFileAndLeavesTheRestSelected() {
         RavelinthViewModel model;
         FileActions actions;
-        actions.setViewModel(&model);
-        scan(model);
+        prepare(model, actions);
         model.selectAll();
         QTRY_COMPARE(model.selectedCount(), 2);
         actions.moveToTrash({idOf(model, oddPath)});

@@ -55,7 +55,6 @@ struct FileScannerService::Private {
     int walkThreads = 1;
     std::atomic<bool> yieldsToInterface{false};
     QThreadPool pool;
-    // Runs the walk's workers besides the one on `pool`'s thread.
     // Set by cancel() from any thread; the walk looks at it only after a progress report.
     std::atomic<bool> cancelRequested{false};
     // Set on destruction: ends a walk at the next entry, whatever the progress count.
@@ -390,7 +389,6 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 order[i] = bySize[i].second;
             bySize = {};
             permuteInPlace(files, order);
-            files.squeeze();
             result.files = std::move(files);
             result.scannedPath = path;
             result.timestamp = QDateTime::currentDateTimeUtc();

@@ -1,7 +1,10 @@
 #include "cli/Commands.h"
+#include "cli/InterruptWatcher.h"
 #include "cli/JsonWriter.h"
 #include "cli/TerminalText.h"
 #include "services/TrashService.h"
+
+#include <QCoreApplication>
 
 #include <cstdio>
 
@@ -13,8 +16,15 @@ constexpr const char *trashUsage =
     "Usage: ravelinth trash PATH... [--json]\n"
     "\n"
     "Moves each PATH to the Trash, one after another, and reports each: moved, or why not.\n"
-    "Nothing is ever deleted. System folders, the root and the home folder are refused.\n"
+    "Nothing is ever deleted. Each PATH is resolved as the kernel resolves it (links in its\n"
+    "folders followed, a link at its end moved as the link), and the report names what it\n"
+    "resolved to. Refused: system folders, the root and the folders directly under it, the\n"
+    "home folder and its standard folders, mount points, and anything in a trash folder.\n"
+    "\n"
+    "Ctrl+C finishes the item being moved, reports what was done, and exits with 130.\n"
     "Exits with 1 when any path could not be moved.\n";
+
+constexpr int exitInterrupted = 130;
 
 void writePathFields(JsonWriter &json, const char *name, const char *rawName,
                      const QByteArray &path) {
@@ -50,19 +60,28 @@ int runTrashCommand(const QList<QByteArray> &arguments) {
         return exitUsage;
     }
 
-    const QList<TrashResult> results = TrashService::moveToTrashNow(paths);
+    bool interrupted = false;
+    InterruptWatcher watcher;
+    QObject::connect(&watcher, &InterruptWatcher::interrupted, [&] { interrupted = true; });
     bool anyFailed = false;
     JsonWriter writer(stdout);
     if (json)
         writer.beginArray();
-    for (const TrashResult &result : results) {
+    for (const QByteArray &path : std::as_const(paths)) {
+        // A Ctrl+C that came during the last move is seen here, between two items.
+        QCoreApplication::processEvents();
+        if (interrupted)
+            break;
+        const TrashResult result = TrashService::moveOneToTrashNow(path);
         const auto *success = std::get_if<TrashSuccess>(&result);
         const auto *failure = std::get_if<TrashFailure>(&result);
         anyFailed = anyFailed || failure;
         if (json) {
             writer.beginObject();
             writePathFields(writer, "path", "rawPath",
-                            success ? success->originalPath : failure->path);
+                            success ? success->movedPath : failure->path);
+            if (success && success->movedPath != success->originalPath)
+                writePathFields(writer, "argument", "rawArgument", success->originalPath);
             writer.field("success", success != nullptr);
             if (success && success->trashPath)
                 writePathFields(writer, "trashPath", "rawTrashPath", *success->trashPath);
@@ -71,15 +90,18 @@ int runTrashCommand(const QList<QByteArray> &arguments) {
             writer.endObject();
         } else if (success) {
             std::printf("moved: %s\n",
-                        terminalText(QString::fromUtf8(success->originalPath)).constData());
+                        terminalText(QString::fromUtf8(success->movedPath)).constData());
         } else {
             std::printf("%s\n", terminalText(failure->error).constData());
         }
+        std::fflush(stdout);
     }
     if (json) {
         writer.endArray();
         std::fputc('\n', stdout);
     }
+    if (interrupted)
+        return exitInterrupted;
     return anyFailed ? exitFailure : exitSuccess;
 }
 

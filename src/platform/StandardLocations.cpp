@@ -29,6 +29,13 @@ QString libraryDirectory() {
 QString homeTrashDirectory() {
     return homeDirectory() + u"/.Trash"_qs;
 }
+QStringList standardUserFolders() {
+    QStringList folders;
+    for (const char *name :
+         {"Desktop", "Documents", "Downloads", "Music", "Pictures", "Movies", "Public"})
+        folders.append(homeDirectory() + u'/' + QLatin1StringView(name));
+    return folders;
+}
 
 #else
 
@@ -62,6 +69,20 @@ QString libraryDirectory() {
 }
 QString homeTrashDirectory() {
     return libraryDirectory() + u"/Trash"_qs;
+}
+QStringList standardUserFolders() {
+    QStringList folders;
+    for (const auto location :
+         {QStandardPaths::DesktopLocation, QStandardPaths::DocumentsLocation,
+          QStandardPaths::DownloadLocation, QStandardPaths::MusicLocation,
+          QStandardPaths::PicturesLocation, QStandardPaths::MoviesLocation,
+          QStandardPaths::TemplatesLocation, QStandardPaths::PublicShareLocation}) {
+        const QString folder = QStandardPaths::writableLocation(location);
+        // A folder the user pointed at home itself is home, which is protected on its own.
+        if (!folder.isEmpty() && folder != homeDirectory())
+            folders.append(folder);
+    }
+    return folders;
 }
 
 #endif

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace ravelinth::platform {
 
@@ -13,6 +14,10 @@ QString documentsDirectory();
 QString applicationsDirectory();
 // The per-user data folder: ~/Library on macOS, $XDG_DATA_HOME (or ~/.local/share) on Linux.
 QString libraryDirectory();
+
+// The folders a desktop makes for the user's own kinds of files (desktop, documents, downloads,
+// music, pictures, videos, templates, public share), each as the system names it.
+QStringList standardUserFolders();
 
 // The user's own trash folder: ~/.Trash on macOS, $XDG_DATA_HOME/Trash on Linux.
 QString homeTrashDirectory();

@@ -23,11 +23,21 @@
 
 namespace ravelinth::platform {
 
+namespace {
+QString changedError() {
+    return u"The item was replaced after it was checked"_qs;
+}
+} // namespace
+
 #ifdef Q_OS_MACOS
 
-TrashAttempt moveToTrash(const QByteArray &absolutePath) {
+TrashAttempt moveToTrash(const QByteArray &absolutePath, const EntryIdentity &expected) {
     QFile file(QFile::decodeName(absolutePath));
     TrashAttempt attempt;
+    if (entryIdentity(absolutePath) != expected) {
+        attempt.error = changedError();
+        return attempt;
+    }
     attempt.moved = file.moveToTrash();
     if (attempt.moved)
         attempt.trashPath = QFile::encodeName(file.fileName());
@@ -134,9 +144,13 @@ std::optional<QByteArray> locateTrashedItem(const QByteArray &path,
 
 } // namespace
 
-TrashAttempt moveToTrash(const QByteArray &absolutePath) {
+TrashAttempt moveToTrash(const QByteArray &absolutePath, const EntryIdentity &expected) {
     TrashAttempt attempt;
     const QByteArray topDirectory = topDirectoryOf(absolutePath);
+    if (entryIdentity(absolutePath) != expected) {
+        attempt.error = changedError();
+        return attempt;
+    }
     GFile *file = g_file_new_for_path(absolutePath.constData());
     GError *error = nullptr;
     attempt.moved = g_file_trash(file, nullptr, &error);

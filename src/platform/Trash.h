@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/EntryResolution.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -14,7 +16,9 @@ struct TrashAttempt {
 };
 
 // Moves the item at the exact byte path (a link itself, never its target) into the user's
-// trash: the freedesktop.org Trash through GIO on Linux, the system Trash on macOS.
-TrashAttempt moveToTrash(const QByteArray &absolutePath);
+// trash: the freedesktop.org Trash through GIO on Linux, the system Trash on macOS. The path must
+// be absolute and free of links in its folders; the item is left where it is when it is no
+// longer the object `expected` names (replaced since it was checked).
+TrashAttempt moveToTrash(const QByteArray &absolutePath, const EntryIdentity &expected);
 
 } // namespace ravelinth::platform

@@ -5,13 +5,15 @@
 #include <QFile>
 #include <QList>
 
-#include <climits>
-#include <cstdlib>
-#include <unistd.h>
+#include <algorithm>
+#include <sys/stat.h>
 
 namespace ravelinth {
 
 namespace {
+
+using platform::EntryIdentity;
+using platform::ResolvedEntry;
 
 const QList<QByteArray> &systemFolders() {
     static const QList<QByteArray> folders{"/usr",    "/bin", "/sbin", "/lib", "/lib32", "/lib64",
@@ -23,72 +25,89 @@ bool isUnder(const QByteArray &path, const QByteArray &folder) {
     return path == folder || (path.startsWith(folder) && path.at(folder.size()) == '/');
 }
 
-QByteArray realPath(const QByteArray &path) {
-    char buffer[PATH_MAX];
-    return ::realpath(path.constData(), buffer) ? QByteArray(buffer) : QByteArray();
+QByteArray parentOf(const QByteArray &path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash <= 0 ? QByteArray("/") : path.left(slash);
 }
 
-// The path as the kernel will reach it: its folder's links resolved, the item itself not (a
-// link is trashed as a link). A trailing slash names what a link points at, so then the whole
-// path is resolved.
-QByteArray resolvedPath(const QByteArray &absolute) {
-    if (absolute.size() > 1 && absolute.endsWith('/'))
-        return realPath(absolute);
-    QByteArray trimmed = absolute;
-    while (trimmed.size() > 1 && trimmed.endsWith('/'))
-        trimmed.chop(1);
-    const qsizetype slash = trimmed.lastIndexOf('/');
-    const QByteArray name = trimmed.mid(slash + 1);
-    if (name.isEmpty() || name == "." || name == "..")
-        return realPath(trimmed);
-    const QByteArray folder = realPath(slash <= 0 ? QByteArray("/") : trimmed.left(slash));
-    if (folder.isEmpty())
-        return {};
-    return folder == "/" ? "/" + name : folder + '/' + name;
-}
-
-bool isProtectedClean(const QByteArray &path, const QList<QByteArray> &homes) {
-    if (path == "/" || homes.contains(path))
-        return true;
-    for (const QByteArray &folder : systemFolders()) {
-        if (isUnder(path, folder))
-            return true;
+// The identities of the folders, as far as they exist; links to them are followed.
+QList<EntryIdentity> identitiesOf(const QList<QByteArray> &folders) {
+    QList<EntryIdentity> identities;
+    for (const QByteArray &folder : folders) {
+        if (const auto identity = platform::targetIdentity(folder))
+            identities.append(*identity);
     }
-    return false;
+    return identities;
+}
+
+// True when the entry itself (a folder) or one of the folders it lies in is one of `folders`.
+bool isAtOrUnder(const ResolvedEntry &entry, const QList<EntryIdentity> &folders) {
+    if (folders.isEmpty())
+        return false;
+    if (entry.isFolder && entry.identity && folders.contains(*entry.identity))
+        return true;
+    for (QByteArray folder = entry.folder;; folder = parentOf(folder)) {
+        const auto identity = platform::targetIdentity(folder);
+        if (identity && folders.contains(*identity))
+            return true;
+        if (folder == "/")
+            return false;
+    }
+}
+
+bool isRegularFile(const QByteArray &path) {
+    struct stat info {};
+    return ::lstat(path.constData(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+bool isTrashFolderName(const QByteArray &name) {
+    if (name == ".Trash")
+        return true;
+    if (!name.startsWith(".Trash-") || name.size() == 7)
+        return false;
+    return std::all_of(name.begin() + 7, name.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 } // namespace
 
-QByteArray absolutePath(const QByteArray &path) {
-    if (path.startsWith('/'))
-        return path;
-    char buffer[PATH_MAX];
-    return QByteArray(::getcwd(buffer, sizeof buffer) ? buffer : "/") + '/' + path;
-}
-
-QByteArray cleanPath(const QByteArray &path) {
-    const QByteArray absolute = absolutePath(path);
-    QList<QByteArray> parts;
-    for (const QByteArray &part : absolute.split('/')) {
-        if (part.isEmpty() || part == ".")
-            continue;
-        if (part == "..") {
-            if (!parts.isEmpty())
-                parts.removeLast();
-            continue;
-        }
-        parts.append(part);
+bool isProtectedLocation(const ResolvedEntry &entry) {
+    if (entry.path == "/" || entry.isMountRoot)
+        return true;
+    // Folders and links directly under the root hold the system's layout (/home, /var, /lib
+    // on a merged /usr); what lies inside them is the user's to judge.
+    if (entry.folder == "/" && entry.identity && !isRegularFile(entry.path))
+        return true;
+    for (const QByteArray &folder : systemFolders()) {
+        if (isUnder(entry.path, folder))
+            return true;
     }
-    return "/" + parts.join('/');
+    QList<QByteArray> userFolders{QFile::encodeName(platform::homeDirectory())};
+    for (const QString &folder : platform::standardUserFolders())
+        userFolders.append(QFile::encodeName(folder));
+    if (entry.isFolder && entry.identity && identitiesOf(userFolders).contains(*entry.identity))
+        return true;
+    // A bind mount or a second name of a system folder is found by identity.
+    return isAtOrUnder(entry, identitiesOf(systemFolders()));
 }
 
 bool isProtectedLocation(const QByteArray &path) {
-    const QByteArray home = QFile::encodeName(platform::homeDirectory());
-    const QList<QByteArray> homes{cleanPath(home), realPath(home)};
-    if (isProtectedClean(cleanPath(path), homes))
+    const platform::EntryResolution resolution = platform::resolveEntry(path);
+    return resolution.entry && isProtectedLocation(*resolution.entry);
+}
+
+bool isInsideTrash(const ResolvedEntry &entry) {
+    const QList<QByteArray> names = entry.path.split('/');
+    if (std::any_of(names.begin(), names.end(), isTrashFolderName))
         return true;
-    const QByteArray resolved = resolvedPath(absolutePath(path));
-    return !resolved.isEmpty() && isProtectedClean(resolved, homes);
+    return isAtOrUnder(entry, identitiesOf({QFile::encodeName(platform::homeTrashDirectory())}));
+}
+
+std::optional<QString> trashRefusal(const ResolvedEntry &entry) {
+    if (isProtectedLocation(entry))
+        return u"Protected system location"_qs;
+    if (isInsideTrash(entry))
+        return u"Part of the Trash"_qs;
+    return std::nullopt;
 }
 
 } // namespace ravelinth

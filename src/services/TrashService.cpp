@@ -29,25 +29,44 @@ TrashService::~TrashService() {
     d->pool.waitForDone();
 }
 
-TrashMoveOutcome TrashService::moveToTrashNow(const QByteArray &path) {
-    if (isProtectedLocation(path))
-        return TrashError::makeMoveFailed(path, u"Protected system location"_qs);
-    const platform::TrashAttempt attempt = platform::moveToTrash(absolutePath(path));
+namespace {
+
+Expected<TrashSuccess, TrashError> moveOne(const QByteArray &path) {
+    const platform::EntryResolution resolution = platform::resolveEntry(path);
+    if (!resolution.entry)
+        return TrashError::makeMoveFailed(path, resolution.error);
+    const platform::ResolvedEntry &entry = *resolution.entry;
+    if (const std::optional<QString> refusal = trashRefusal(entry))
+        return TrashError::makeMoveFailed(entry.path, *refusal);
+    if (!entry.identity)
+        return TrashError::makeMoveFailed(entry.path, resolution.error);
+    const platform::TrashAttempt attempt = platform::moveToTrash(entry.path, *entry.identity);
     if (!attempt.moved)
-        return TrashError::makeMoveFailed(path, attempt.error);
-    return attempt.trashPath;
+        return TrashError::makeMoveFailed(entry.path, attempt.error);
+    return TrashSuccess{path, entry.path, attempt.trashPath};
+}
+
+} // namespace
+
+TrashMoveOutcome TrashService::moveToTrashNow(const QByteArray &path) {
+    Expected<TrashSuccess, TrashError> outcome = moveOne(path);
+    if (!outcome)
+        return outcome.error();
+    return outcome->trashPath;
+}
+
+TrashResult TrashService::moveOneToTrashNow(const QByteArray &path) {
+    Expected<TrashSuccess, TrashError> outcome = moveOne(path);
+    if (!outcome)
+        return TrashFailure{path, outcome.error().description()};
+    return *outcome;
 }
 
 QList<TrashResult> TrashService::moveToTrashNow(const QList<QByteArray> &paths) {
     QList<TrashResult> results;
     results.reserve(paths.size());
-    for (const QByteArray &path : paths) {
-        const TrashMoveOutcome outcome = moveToTrashNow(path);
-        if (outcome)
-            results.append(TrashSuccess{path, *outcome});
-        else
-            results.append(TrashFailure{path, outcome.error().description()});
-    }
+    for (const QByteArray &path : paths)
+        results.append(moveOneToTrashNow(path));
     return results;
 }
 

@@ -40,7 +40,10 @@ private:
 };
 
 struct TrashSuccess {
-    QByteArray originalPath;
+    QByteArray originalPath; // the path as it was given
+    // The entry that path named, found once by the kernel's rules: what was checked, moved and
+    // recorded in the Trash as the place to restore to.
+    QByteArray movedPath;
     std::optional<QByteArray> trashPath; // where it now lies, when known
 };
 
@@ -52,7 +55,8 @@ struct TrashFailure {
 using TrashResult = std::variant<TrashSuccess, TrashFailure>;
 using TrashMoveOutcome = Expected<std::optional<QByteArray>, TrashError>;
 
-// Moves files to the user's Trash, never deleting anything. Paths are exact bytes.
+// Moves files to the user's Trash, never deleting anything. Paths are exact bytes; each is
+// resolved once, and what it resolved to is what is checked and moved (see ProtectedLocations).
 // The asynchronous forms run on a worker thread, one move after another in input order, and
 // return at once; the synchronous forms are for the command line.
 class TrashService : public QObject {
@@ -68,6 +72,8 @@ public:
 
     static TrashMoveOutcome moveToTrashNow(const QByteArray &path);
     static QList<TrashResult> moveToTrashNow(const QList<QByteArray> &paths);
+    // One path of a batch, for a caller that reports or stops between items.
+    static TrashResult moveOneToTrashNow(const QByteArray &path);
 
 private:
     struct Private;

@@ -5,6 +5,7 @@
 
 #include <QtTest>
 
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,6 +28,34 @@ QByteArray identityOf(const QByteArray &path) {
 
 const QString refusal = u"Protected system location"_qs;
 
+bool exists(const QByteArray &path) {
+    struct stat info {};
+    return ::lstat(path.constData(), &info) == 0;
+}
+
+// A bind mount, read-only, that is undone before the tree that holds it is removed, whatever
+// the test's outcome: removing the tree must never reach through it into the real folder.
+class BindMount {
+public:
+    BindMount(const QByteArray &source, const QByteArray &where)
+        : m_where(QFile::decodeName(where)) {
+        m_mounted =
+            run(u"mount"_qs, {u"--bind"_qs, u"-o"_qs, u"ro"_qs, QFile::decodeName(source), m_where})
+                .exitCode == 0;
+    }
+    ~BindMount() {
+        if (m_mounted)
+            ::umount2(QFile::encodeName(m_where).constData(), MNT_DETACH);
+    }
+    BindMount(const BindMount &) = delete;
+    BindMount &operator=(const BindMount &) = delete;
+    bool mounted() const { return m_mounted; }
+
+private:
+    QString m_where;
+    bool m_mounted = false;
+};
+
 } // namespace
 
 class ProtectedLocationsTest : public QObject {
@@ -34,14 +63,11 @@ class ProtectedLocationsTest : public QObject {
 
     ScopedTestEnvironment environment;
 
-    // Spellings of the protected places: as written, with trailing slashes, doubled slashes,
-    // "." and "..", and reached through links.
+    // Spellings of the protected places: as written, with trailing slashes, doubled slashes and
+    // ".." in their folders, reached through links, and the folders directly under the root.
     QList<QByteArray> protectedSpellings(TestTree &tree) {
         QList<QByteArray> paths{"/",
                                 "//",
-                                "/.",
-                                "/..",
-                                "/tmp/..",
                                 "/etc/",
                                 "//etc//hosts",
                                 "/usr/./bin",
@@ -51,14 +77,30 @@ class ProtectedLocationsTest : public QObject {
                                 "/sys/kernel",
                                 "/dev/null",
                                 "/boot/none"};
-        for (const QByteArray &folder : systemFolders)
-            paths << folder << folder + "/ravelinth-no-such-file";
+        for (const QByteArray &folder : systemFolders) {
+            if (exists(folder))
+                paths << folder << folder + "/ravelinth-no-such-file";
+        }
+        // Every folder directly under the root, and the links there (/lib on a merged /usr).
+        for (const char *name : {"home", "var", "opt", "srv", "mnt", "media", "run", "tmp", "root",
+                                 "snap", "lib64", "vmlinuz"}) {
+            const QByteArray folder = QByteArray("/") + name;
+            if (exists(folder))
+                paths << folder << "/.." + folder;
+        }
         const QByteArray home = environment.home();
-        paths << home << home + "/" << home + "/." << home + "/sub/.." << home + "//";
+        paths << home << home + "/" << home + "//";
+        // The standard folders themselves, as the desktop names them; their contents stay free.
+        for (const char *name : {"Desktop", "Documents", "Downloads", "Music", "Pictures", "Videos",
+                                 "Templates", "Public"}) {
+            QDir().mkpath(QFile::decodeName(home + '/' + name));
+            paths << home + '/' + name;
+        }
         tree.folder("sub");
         paths << tree.symlink("/etc", "etc-link") + "/hosts"
-              << tree.symlink("/", "root-link") + "/usr" << tree.symlink(home, "home-link") + "/"
-              << tree.path("home-link/.");
+              << tree.symlink("/", "root-link") + "/usr"
+              << tree.symlink(home, "home-link") + "/Documents"
+              << tree.path("sub/../home-link/Documents/");
         return paths;
     }
 
@@ -81,10 +123,42 @@ private slots:
         }
     }
 
+    // A last name of "." or ".." names a folder only through another name: refused for that.
+    void dotsAtTheEndNameNoSingleItem() {
+        const QByteArray home = environment.home();
+        const QList<QByteArray> paths{"/.", "/..", "/tmp/..", home + "/.", home + "/sub/..",
+                                      "..", "."};
+        const QList<TrashResult> results = TrashService::moveToTrashNow(paths);
+        for (qsizetype i = 0; i < paths.size(); ++i) {
+            const auto *failure = std::get_if<TrashFailure>(&results[i]);
+            QVERIFY2(failure && failure->error.endsWith(u"names no single item"_qs),
+                     paths[i].constData());
+        }
+        QVERIFY(exists(home));
+    }
+
+    // The top of any mounted file system, and a system folder reached through a bind mount.
+    void mountPointsAndBoundSystemFoldersAreRefused() {
+        if (::geteuid() != 0)
+            QSKIP("mounting needs root");
+        TestTree tree;
+        const QByteArray source = tree.folder("source");
+        const QByteArray bound = tree.folder("bound");
+        const QByteArray etc = tree.folder("etc-bound");
+        const BindMount boundMount(source, bound), etcMount("/etc", etc);
+        QVERIFY(boundMount.mounted() && etcMount.mounted());
+        const QList<QByteArray> paths{bound, bound + "/", etc, etc + "/hosts"};
+        for (const QByteArray &path : paths)
+            QVERIFY2(isProtectedLocation(path), path.constData());
+        const QList<TrashResult> results = TrashService::moveToTrashNow(paths);
+        for (const TrashResult &result : results)
+            QVERIFY(std::holds_alternative<TrashFailure>(result));
+        QVERIFY(exists("/etc/hosts"));
+    }
+
     void neighboursOfProtectedPlacesAreNotProtected() {
         TestTree tree;
         const QList<QByteArray> paths{"/run/media/someone/USB/movie.mkv",
-                                      "/run",
                                       "/run/user/1000/file",
                                       "/usrlocal",
                                       "/lib64x",
@@ -94,25 +168,27 @@ private slots:
                                       "/system",
                                       "/tmp/x",
                                       "/var/tmp/big.iso",
-                                      "/home",
                                       "/opt/app.AppImage",
                                       "/media/disk/x",
                                       "/mnt/x",
                                       environment.home() + "/Downloads/setup.dmg",
+                                      environment.home() + "/Documents/Temp",
                                       environment.home() + "x",
                                       tree.symlink("/etc/hosts", "link-to-hosts"),
-                                      tree.symlink("/usr", "link-to-usr")};
+                                      tree.symlink("/usr", "link-to-usr"),
+                                      tree.symlink(environment.home(), "link-to-home")};
         for (const QByteArray &path : paths)
             QVERIFY2(!isProtectedLocation(path), path.constData());
 
         // A link that points into /usr goes to the Trash as a link; /usr is not touched.
         const QByteArray usr = identityOf("/usr");
-        const QList<TrashResult> results =
-            TrashService::moveToTrashNow({tree.path("link-to-usr"), tree.path("link-to-hosts")});
-        QVERIFY(std::holds_alternative<TrashSuccess>(results[0]));
-        QVERIFY(std::holds_alternative<TrashSuccess>(results[1]));
+        const QList<TrashResult> results = TrashService::moveToTrashNow(
+            {tree.path("link-to-usr"), tree.path("link-to-hosts"), tree.path("link-to-home")});
+        for (const TrashResult &result : results)
+            QVERIFY(std::holds_alternative<TrashSuccess>(result));
         QCOMPARE(identityOf("/usr"), usr);
         QVERIFY(QFile::exists(u"/etc/hosts"_qs));
+        QVERIFY(exists(environment.home()));
     }
 
     void anyUserIsRefusedWithTheSameReason() {
@@ -123,8 +199,9 @@ private slots:
         const QByteArray home = tree.folder("nobody-home");
         ::chown(home.constData(), nobody, nobody);
         ::chmod(home.constData(), 0700);
-        QList<QByteArray> paths{"/",     "/etc/hosts", "/usr/bin/env",           "/lib/x",
-                                "/boot", home,         home + "/../nobody-home/"};
+        QList<QByteArray> paths{
+            "/",   "/etc/hosts", "/usr/bin/env", "/lib/x", "/boot", home, home + "/../nobody-home/",
+            "/var"};
         QList<QByteArray> before;
         for (const QByteArray &path : paths)
             before.append(identityOf(path));

@@ -1,17 +1,43 @@
 #include "Programs.h"
 
+#include "TestTree.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
 #include <QProcess>
 #include <QTest>
 
 namespace ravelinth::test {
 
+QString reachableCopy(const QString &program) {
+    static QHash<QString, QString> copies;
+    if (const auto it = copies.constFind(program); it != copies.cend())
+        return *it;
+    const QString folder =
+        treeBase() + u"/programs-"_qs + QString::number(QCoreApplication::applicationPid());
+    const QString copy = folder + u'/' + QFileInfo(program).fileName();
+    QDir().mkpath(folder);
+    QFile::remove(copy);
+    if (!QFile::copy(program, copy))
+        qFatal("cannot copy %s to %s", qPrintable(program), qPrintable(copy));
+    QFile::setPermissions(copy, QFile::permissions(copy) | QFile::ExeUser | QFile::ExeGroup |
+                                    QFile::ExeOther | QFile::ReadOther | QFile::ReadGroup);
+    QFile::setPermissions(folder, QFile::permissions(folder) | QFile::ExeOther | QFile::ReadOther |
+                                      QFile::ExeGroup | QFile::ReadGroup);
+    copies.insert(program, copy);
+    return copy;
+}
+
 ProcessOutput run(const QString &program, const QStringList &arguments, const User &user,
                   const QByteArray &input) {
     QStringList list = arguments;
     QString executable = program;
+    QProcess process;
     if (user.uid) {
+        process.setWorkingDirectory(QFile::decodeName(user.home));
         const QString id = QString::number(*user.uid);
         const QString home = QFile::decodeName(user.home);
         list = QStringList{u"--reuid="_qs + id,
@@ -21,11 +47,10 @@ ProcessOutput run(const QString &program, const QStringList &arguments, const Us
                            u"HOME="_qs + home,
                            u"XDG_DATA_HOME="_qs + QFile::decodeName(user.dataHome),
                            u"XDG_RUNTIME_DIR="_qs + home,
-                           program} +
+                           QDir::isAbsolutePath(program) ? reachableCopy(program) : program} +
                arguments;
         executable = u"setpriv"_qs;
     }
-    QProcess process;
     process.start(executable, list);
     process.write(input);
     process.closeWriteChannel();

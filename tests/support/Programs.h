@@ -30,6 +30,11 @@ struct ProcessOutput {
     QByteArray err;
 };
 
+// A copy of `program` that every user can run: the build folder may lie inside a private
+// checkout that another user cannot enter. Made once per program and test process.
+QString reachableCopy(const QString &program);
+
+// Runs `program` as `user`; as another user, from a reachable copy and inside that user's home.
 ProcessOutput run(const QString &program, const QStringList &arguments, const User &user = {},
                   const QByteArray &input = {});
 

@@ -31,6 +31,8 @@ namespace {
 // go and every path counts as protected. The build folder comes first, but a checkout may sit
 // below /tmp; then a folder on the system disk that every user can reach (the unprivileged-user
 // cases need that) stands in, and only without root the home folder or /dev/shm.
+} // namespace
+
 QString treeBase() {
     QStringList candidates{qEnvironmentVariable("RAVELINTH_TEST_ROOT"),
                            u"/var/lib/ravelinth-test-trees"_qs,
@@ -43,8 +45,6 @@ QString treeBase() {
     }
     qFatal("no folder for test trees outside a cache-like path; set RAVELINTH_TEST_ROOT");
 }
-
-} // namespace
 
 TestTree::TestTree() : m_dir(treeBase() + u"/ravelinth-tree-XXXXXX"_qs) {
     QVERIFY2(m_dir.isValid(), "cannot make a temporary directory");

@@ -10,6 +10,9 @@
 
 namespace ravelinth::test {
 
+// Where test trees are made: on a real disk, outside cache-like paths, reachable by every user.
+QString treeBase();
+
 // A real folder tree in a temporary directory, built with POSIX calls on byte paths so that
 // names need not be UTF-8. Files are sparse: a 5 GB file costs no disk space.
 class TestTree {

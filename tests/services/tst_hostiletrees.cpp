@@ -243,7 +243,7 @@ private slots:
     void unreadableFoldersArePassedOverForAnUnprivilegedUser() {
         if (!isRoot())
             QSKIP("dropping to another user needs root");
-        TestTree tree;
+        TestTree tree(TreeReach::everyone);
         ::chmod(tree.root().constData(), 0755);
         const QByteArray a = tree.file("open/a.bin", 3 * MiB);
         const QByteArray b = tree.file("open/deeper/b.bin", 2 * MiB);

@@ -123,18 +123,33 @@ private slots:
         }
     }
 
-    // A last name of "." or ".." names a folder only through another name: refused for that.
-    void dotsAtTheEndNameNoSingleItem() {
+    // A last name of "." or ".." names a folder only through another name, and a folder part
+    // that leads nowhere names nothing: refused, whatever a textual clean-up would have made of
+    // them (the home folder, /etc/passwd).
+    void pathsThatNameNoSingleEntryMoveNothing() {
+        TestTree tree;
         const QByteArray home = environment.home();
-        const QList<QByteArray> paths{"/.", "/..", "/tmp/..", home + "/.", home + "/sub/..",
-                                      "..", "."};
+        const QByteArray homeName = home.mid(home.lastIndexOf('/') + 1);
+        const QByteArray aboveHome = tree.symlink(home.left(home.lastIndexOf('/')), "L");
+        const QByteArray rootLink = tree.symlink("/", "Lroot");
+        const QList<QByteArray> paths{"/.",
+                                      "/..",
+                                      "/tmp/..",
+                                      home + "/.",
+                                      home + "/sub/..",
+                                      "..",
+                                      ".",
+                                      aboveHome + "/nonexistent/../" + homeName,
+                                      rootLink + "/x/../etc/passwd"};
         const QList<TrashResult> results = TrashService::moveToTrashNow(paths);
         for (qsizetype i = 0; i < paths.size(); ++i) {
             const auto *failure = std::get_if<TrashFailure>(&results[i]);
-            QVERIFY2(failure && failure->error.endsWith(u"names no single item"_qs),
+            QVERIFY2(failure && (failure->error.endsWith(u"names no single item"_qs) ||
+                                 failure->error.endsWith(u"No such file or directory"_qs)),
                      paths[i].constData());
         }
         QVERIFY(exists(home));
+        QVERIFY(exists("/etc/passwd"));
     }
 
     // The top of any mounted file system, and a system folder reached through a bind mount.
@@ -194,7 +209,7 @@ private slots:
     void anyUserIsRefusedWithTheSameReason() {
         if (::geteuid() != 0)
             QSKIP("dropping to another user needs root");
-        TestTree tree;
+        TestTree tree(TreeReach::everyone);
         ::chmod(tree.root().constData(), 0755);
         const QByteArray home = tree.folder("nobody-home");
         ::chown(home.constData(), nobody, nobody);

@@ -565,7 +565,7 @@ private slots:
     void anUnprivilegedUserMovesOnlyWhatItMay() {
         if (::geteuid() != 0)
             QSKIP("dropping to another user needs root");
-        TestTree tree;
+        TestTree tree(TreeReach::everyone);
         ::chmod(tree.root().constData(), 0755);
         const QByteArray home = tree.folder("nobody-home");
         const User user{nobody, home, home + "/.local/share"};

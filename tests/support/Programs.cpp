@@ -16,8 +16,8 @@ QString reachableCopy(const QString &program) {
     static QHash<QString, QString> copies;
     if (const auto it = copies.constFind(program); it != copies.cend())
         return *it;
-    const QString folder =
-        treeBase() + u"/programs-"_qs + QString::number(QCoreApplication::applicationPid());
+    const QString folder = treeBase(TreeReach::everyone) + u"/programs-"_qs +
+                           QString::number(QCoreApplication::applicationPid());
     const QString copy = folder + u'/' + QFileInfo(program).fileName();
     QDir().mkpath(folder);
     QFile::remove(copy);

@@ -33,20 +33,41 @@ namespace {
 // cases need that) stands in, and only without root the home folder or /dev/shm.
 } // namespace
 
-QString treeBase() {
+namespace {
+
+// Every folder on the way can be entered by any user: a checkout inside a private home or a
+// mode-700 temporary folder is not.
+bool everyoneCanEnter(const QString &folder) {
+    for (QString path = folder; !path.isEmpty() && path != u"/"_qs; path = QFileInfo(path).path()) {
+        struct stat info {};
+        if (::stat(QFile::encodeName(path).constData(), &info) != 0 || !(info.st_mode & S_IXOTH))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+QString treeBase(TreeReach reach) {
     QStringList candidates{qEnvironmentVariable("RAVELINTH_TEST_ROOT"),
                            u"/var/lib/ravelinth-test-trees"_qs,
                            QDir::homePath() + u"/.ravelinth-test-trees"_qs, u"/dev/shm"_qs};
     for (const QString &candidate : std::as_const(candidates)) {
         if (candidate.isEmpty() || ScanCategory::isInCacheDirectory(candidate))
             continue;
-        if (QDir().mkpath(candidate) && QFileInfo(candidate).isWritable())
-            return candidate;
+        if (!QDir().mkpath(candidate) || !QFileInfo(candidate).isWritable())
+            continue;
+        if (reach == TreeReach::everyone) {
+            ::chmod(QFile::encodeName(candidate).constData(), 0755);
+            if (!everyoneCanEnter(candidate))
+                continue;
+        }
+        return candidate;
     }
     qFatal("no folder for test trees outside a cache-like path; set RAVELINTH_TEST_ROOT");
 }
 
-TestTree::TestTree() : m_dir(treeBase() + u"/ravelinth-tree-XXXXXX"_qs) {
+TestTree::TestTree(TreeReach reach) : m_dir(treeBase(reach) + u"/ravelinth-tree-XXXXXX"_qs) {
     QVERIFY2(m_dir.isValid(), "cannot make a temporary directory");
     m_root = QFile::encodeName(m_dir.path());
 }

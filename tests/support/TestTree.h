@@ -10,14 +10,18 @@
 
 namespace ravelinth::test {
 
-// Where test trees are made: on a real disk, outside cache-like paths, reachable by every user.
-QString treeBase();
+// Who must be able to reach a tree: its owner, or every user too (the cases that drop to an
+// unprivileged user, whatever the folder the checkout lies in).
+enum class TreeReach { owner, everyone };
+
+// Where test trees are made: on a real disk, outside cache-like paths.
+QString treeBase(TreeReach reach = TreeReach::owner);
 
 // A real folder tree in a temporary directory, built with POSIX calls on byte paths so that
 // names need not be UTF-8. Files are sparse: a 5 GB file costs no disk space.
 class TestTree {
 public:
-    TestTree();
+    explicit TestTree(TreeReach reach = TreeReach::owner);
     ~TestTree();
     TestTree(const TestTree &) = delete;
     TestTree &operator=(const TestTree &) = delete;

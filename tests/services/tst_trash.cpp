@@ -273,40 +273,47 @@ ProcessOutput trashFrom(const QByteArray &workingFolder, const QByteArray &prelu
     return run(u"sh"_qs, list);
 }
 
-// The command line started from a working folder reached one step at a time, which goes deeper
-// than a shell's `cd` can, by a child that changes folder and starts it directly.
-ProcessOutput trashFromSteps(const QList<QByteArray> &steps, QList<QByteArray> arguments) {
-    const QByteArray program = RAVELINTH_EXECUTABLE;
-    arguments.prepend("trash");
-    arguments.prepend(program);
-    std::vector<char *> argv;
-    for (QByteArray &argument : arguments)
-        argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    int pipe[2];
-    if (::pipe(pipe) != 0)
-        return {};
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::dup2(pipe[1], STDOUT_FILENO);
-        ::close(pipe[0]);
-        for (const QByteArray &step : steps) {
-            if (::chdir(step.constData()) != 0)
-                ::_exit(126);
+// `ravelinth trash` started by a child of this process, which first changes folder one step at
+// a time (deeper than a shell's `cd` can go). Its standard output is the pipe that `output`
+// reads, so the test decides when the command may write on; `finish` waits for its exit code.
+class TrashChild {
+public:
+    TrashChild(const QList<QByteArray> &steps, QList<QByteArray> arguments) {
+        const QByteArray program = RAVELINTH_EXECUTABLE;
+        arguments.prepend("trash");
+        arguments.prepend(program);
+        std::vector<char *> argv;
+        for (QByteArray &argument : arguments)
+            argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        int pipe[2];
+        if (::pipe(pipe) != 0)
+            qFatal("no pipe");
+        m_pid = ::fork();
+        if (m_pid == 0) {
+            ::dup2(pipe[1], STDOUT_FILENO);
+            ::close(pipe[0]);
+            for (const QByteArray &step : steps) {
+                if (::chdir(step.constData()) != 0)
+                    ::_exit(126);
+            }
+            ::execv(program.constData(), argv.data());
+            ::_exit(127);
         }
-        ::execv(program.constData(), argv.data());
-        ::_exit(127);
+        ::close(pipe[1]);
+        output.open(pipe[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
     }
-    ::close(pipe[1]);
-    QFile reader;
-    reader.open(pipe[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-    ProcessOutput output;
-    output.out = reader.readAll();
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    output.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return output;
-}
+    void interrupt() { ::kill(m_pid, SIGINT); }
+    int finish() {
+        int status = 0;
+        ::waitpid(m_pid, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    QFile output;
+
+private:
+    pid_t m_pid = -1;
+};
 
 bool exists(const QByteArray &path) {
     struct stat info {};
@@ -460,8 +467,10 @@ private slots:
         QVERIFY2(output.out.contains("The current folder cannot be resolved"), output.out.data());
         const QByteArray link(200, 'd');
         tree.deepChain("deep", 25, link, "leaf", 0);
-        output = trashFromSteps(QList<QByteArray>{tree.path("deep")} + QList<QByteArray>(25, link),
-                                {fromRoot});
+        TrashChild deep(QList<QByteArray>{tree.path("deep")} + QList<QByteArray>(25, link),
+                        {fromRoot});
+        output.out = deep.output.readAll();
+        output.exitCode = deep.finish();
         QCOMPARE(output.exitCode, 1);
         QVERIFY2(output.out.contains("The current folder cannot be resolved"), output.out.data());
         QVERIFY(exists(victim));
@@ -525,33 +534,12 @@ private slots:
         QList<QByteArray> paths;
         for (int i = 0; i < 1500; ++i)
             paths.append(tree.file("many/file-" + QByteArray::number(i) + ".bin"));
-        int pipe[2];
-        QCOMPARE(::pipe(pipe), 0);
-        const QByteArray program = RAVELINTH_EXECUTABLE;
-        QList<QByteArray> arguments{program, "trash"};
-        arguments.append(paths);
-        std::vector<char *> argv;
-        for (QByteArray &argument : arguments)
-            argv.push_back(argument.data());
-        argv.push_back(nullptr);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::dup2(pipe[1], STDOUT_FILENO);
-            ::close(pipe[0]);
-            ::execv(program.constData(), argv.data());
-            ::_exit(127);
-        }
-        ::close(pipe[1]);
-        QFile reader;
-        QVERIFY(reader.open(pipe[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle));
-        QByteArray report = reader.readLine();
+        TrashChild child({}, paths);
+        QByteArray report = child.output.readLine();
         QVERIFY(report.startsWith("moved: "));
-        ::kill(child, SIGINT);
-        report += reader.readAll();
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        QVERIFY(WIFEXITED(status));
-        QCOMPARE(WEXITSTATUS(status), 130);
+        child.interrupt();
+        report += child.output.readAll();
+        QCOMPARE(child.finish(), 130);
         const QList<QByteArray> lines = report.trimmed().split('\n');
         QVERIFY(lines.size() < paths.size());
         for (qsizetype i = 0; i < paths.size(); ++i) {

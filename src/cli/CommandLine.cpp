@@ -1,9 +1,11 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
+#include "platform/StandardOutput.h"
 
 #include <QCoreApplication>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -34,24 +36,7 @@ void printUsage(FILE *stream) {
                stream);
 }
 
-} // namespace
-
-bool isCommandLineInvocation(int argc, char **argv) {
-    if (argc < 2)
-        return false;
-    const char *first = argv[1];
-    if (std::strcmp(first, "--help") == 0 || std::strcmp(first, "-h") == 0 ||
-        std::strcmp(first, "--version") == 0)
-        return true;
-    for (const Command &command : commands) {
-        if (std::strcmp(first, command.name) == 0)
-            return true;
-    }
-    // Anything else that is not a Qt option is a mistyped command, answered with usage.
-    return first[0] != '-';
-}
-
-int runCommandLine(int argc, char **argv) {
+int runCommand(int argc, char **argv) {
     const char *first = argv[1];
     if (std::strcmp(first, "--help") == 0 || std::strcmp(first, "-h") == 0) {
         printUsage(stdout);
@@ -74,6 +59,45 @@ int runCommandLine(int argc, char **argv) {
     std::fprintf(stderr, "ravelinth: unknown command '%s'\n\n", first);
     printUsage(stderr);
     return exitUsage;
+}
+
+// A listing cut short by a full disk or a failing device must not pass for the whole of it: a
+// script reading our status would otherwise go on with half the paths.
+int checkedOutput(int status) {
+    errno = 0;
+    const bool flushed = std::fflush(stdout) == 0;
+    int error = platform::standardOutputError();
+    if (error == 0 && !flushed)
+        error = errno;
+    if (error == 0 && !std::ferror(stdout))
+        return status;
+    if (error != 0)
+        std::fprintf(stderr, "ravelinth: error writing output: %s\n", std::strerror(error));
+    else
+        std::fputs("ravelinth: error writing output\n", stderr);
+    return status == exitSuccess ? exitFailure : status;
+}
+
+} // namespace
+
+bool isCommandLineInvocation(int argc, char **argv) {
+    if (argc < 2)
+        return false;
+    const char *first = argv[1];
+    if (std::strcmp(first, "--help") == 0 || std::strcmp(first, "-h") == 0 ||
+        std::strcmp(first, "--version") == 0)
+        return true;
+    for (const Command &command : commands) {
+        if (std::strcmp(first, command.name) == 0)
+            return true;
+    }
+    // Anything else that is not a Qt option is a mistyped command, answered with usage.
+    return first[0] != '-';
+}
+
+int runCommandLine(int argc, char **argv) {
+    platform::rememberStandardOutputErrors();
+    return checkedOutput(runCommand(argc, argv));
 }
 
 } // namespace ravelinth::cli

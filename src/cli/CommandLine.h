@@ -9,8 +9,8 @@ namespace ravelinth::cli {
 // for the window.
 bool isCommandLineInvocation(int argc, char **argv);
 
-// Runs the command named by argv[1]. Exit codes: 0 success, 1 the operation failed,
-// 2 a usage error.
+// Runs the command named by argv[1]. Exit codes: 0 success, 1 the operation failed or its
+// output could not be written, 2 a usage error.
 int runCommandLine(int argc, char **argv);
 
 } // namespace ravelinth::cli

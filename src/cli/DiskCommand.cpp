@@ -1,6 +1,7 @@
 #include "cli/CommandFutures.h"
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
+#include "cli/TerminalText.h"
 #include "models/ByteCountFormatter.h"
 #include "services/DiskInfoService.h"
 
@@ -55,8 +56,10 @@ int runDiskCommand(const QList<QByteArray> &arguments) {
         std::fputc('\n', stdout);
         return exitSuccess;
     }
+    // The name is the volume's label, which whoever formatted the disk chose: it must not be
+    // able to move the cursor or retitle the terminal.
     const auto line = [](const char *label, const QString &value) {
-        std::printf("%-12s %s\n", label, value.toUtf8().constData());
+        std::printf("%-12s %s\n", label, terminalText(value).constData());
     };
     const auto bytes = [](qint64 count) {
         return formatByteCount(count) + u" ("_qs + QString::number(count) + u" bytes)"_qs;

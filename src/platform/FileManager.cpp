@@ -8,13 +8,31 @@
 #include <QProcess>
 #include <QUrl>
 
+#include <cerrno>
+#include <unistd.h>
+
 namespace ravelinth::platform {
+
+QByteArray absolutePath(const QByteArray &path) {
+    if (path.startsWith('/'))
+        return path;
+    QByteArray folder(4096, '\0');
+    while (::getcwd(folder.data(), std::size_t(folder.size())) == nullptr) {
+        if (errno != ERANGE)
+            return path;
+        folder.resize(folder.size() * 2);
+    }
+    folder.truncate(qsizetype(qstrlen(folder.constData())));
+    if (!folder.endsWith('/'))
+        folder += '/';
+    return folder + path;
+}
 
 QStringList fileUris(const QList<QByteArray> &paths) {
     QStringList uris;
     uris.reserve(paths.size());
     for (const QByteArray &path : paths)
-        uris.append(u"file://"_qs + QString::fromLatin1(path.toPercentEncoding("/")));
+        uris.append(u"file://"_qs + QString::fromLatin1(absolutePath(path).toPercentEncoding("/")));
     return uris;
 }
 
@@ -27,7 +45,7 @@ void openWithDesktop(const QByteArray &path) {
         return;
     }
     // Without a GUI application (the command line) the desktop's opener is asked directly.
-    QProcess::startDetached(u"xdg-open"_qs, {QFile::decodeName(path)});
+    QProcess::startDetached(u"xdg-open"_qs, {QFile::decodeName(absolutePath(path))});
 }
 
 } // namespace

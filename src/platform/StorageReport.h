@@ -1,7 +1,12 @@
 #pragma once
 
+#include "models/Expected.h"
+
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
+
+#include <chrono>
 
 namespace ravelinth::platform {
 
@@ -13,6 +18,11 @@ struct StorageReportCommand {
 };
 
 StorageReportCommand storageReportCommand();
+
+// Runs the storage report and returns its standard output, or the reason there is none: it could
+// not be started, or it was still running after `limit` and was killed together with every
+// process it had started.
+Expected<QByteArray, QString> runStorageReport(std::chrono::milliseconds limit);
 
 // The capacity of the file system holding `path` (statvfs), or the system's error text.
 struct FileSystemCapacity {

@@ -1,6 +1,5 @@
 #include "services/DiskInfoService.h"
 
-#include "models/CheckedMath.h"
 #include "platform/StandardLocations.h"
 #include "platform/StorageReport.h"
 
@@ -8,7 +7,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QThreadPool>
 #include <QtConcurrent>
 
@@ -29,6 +27,10 @@ QString DiskInfoError::description() const {
 }
 
 namespace {
+
+// The report answers in about a second; one that has not answered by then is hung (a stalled
+// network mount), and the caller falls back to the file-system attributes.
+constexpr std::chrono::seconds reportTimeLimit(5);
 
 // A JSON number that is exactly a signed 64-bit integer (1.5 and strings are not).
 std::optional<qint64> exactInteger(const QJsonValue &value) {
@@ -63,6 +65,9 @@ struct VolumeKeys {
     QString mountPoint;
     QString size;
     QString free;
+    // findmnt's two figures describe one file system: neither is negative and the space left
+    // never exceeds the capacity, so a document that says otherwise was not written by it.
+    bool freeWithinSize = false;
 };
 
 DiskInfoOutcome readBootVolume(const QByteArray &json, const VolumeKeys &keys,
@@ -77,6 +82,13 @@ DiskInfoOutcome readBootVolume(const QByteArray &json, const VolumeKeys &keys,
         const auto free = exactInteger(volume.value(keys.free));
         if (!mountPoint.isString() || mountPoint.toString() != u"/" || !size || !free)
             continue;
+        // The used figure is their difference; one that cannot be expressed is a broken
+        // document, not a reason to stop the program.
+        qint64 used = 0;
+        if (__builtin_sub_overflow(*size, *free, &used))
+            return DiskInfoError(DiskInfoError::parseError);
+        if (keys.freeWithinSize && (*free < 0 || *free > *size))
+            return DiskInfoError(DiskInfoError::parseError);
         return DiskInfo::make(nameOf(volume), mountPoint.toString(), *size, *free);
     }
     return DiskInfoError(DiskInfoError::noBootVolume);
@@ -95,7 +107,7 @@ DiskInfoOutcome DiskInfoService::parseSystemProfilerReport(const QByteArray &jso
 }
 
 DiskInfoOutcome DiskInfoService::parseFindmntReport(const QByteArray &json) {
-    return readBootVolume(json, {u"filesystems"_qs, u"target"_qs, u"size"_qs, u"avail"_qs},
+    return readBootVolume(json, {u"filesystems"_qs, u"target"_qs, u"size"_qs, u"avail"_qs, true},
                           [](const QJsonObject &volume) {
                               const QJsonValue label = volume.value(u"label");
                               if (label.isString() && !label.toString().isEmpty())
@@ -121,19 +133,13 @@ DiskInfoService::~DiskInfoService() {
 
 QFuture<DiskInfoOutcome> DiskInfoService::getSystemProfilerDiskInfo() {
     return QtConcurrent::run(&d->pool, []() -> DiskInfoOutcome {
-        const platform::StorageReportCommand command = platform::storageReportCommand();
-        QProcess process;
-        process.setStandardErrorFile(QProcess::nullDevice());
-        process.start(command.program, command.arguments);
-        if (!process.waitForStarted(-1))
-            return DiskInfoError(DiskInfoError::platform, process.errorString());
-        // No time limit: a hung report holds this service, never its caller.
-        process.waitForFinished(-1);
-        const QByteArray output = process.readAllStandardOutput();
+        const auto output = platform::runStorageReport(reportTimeLimit);
+        if (!output)
+            return DiskInfoError(DiskInfoError::platform, output.error());
 #ifdef Q_OS_MACOS
-        return parseSystemProfilerReport(output);
+        return parseSystemProfilerReport(*output);
 #else
-        return parseFindmntReport(output);
+        return parseFindmntReport(*output);
 #endif
     });
 }

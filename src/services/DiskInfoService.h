@@ -32,8 +32,8 @@ using DiskInfoOutcome = Expected<DiskInfo, DiskInfoError>;
 
 // Reads the boot volume's capacity on a worker thread of its own; one query at a time.
 // Both operations return at once; continue their futures on the main thread with
-// `future.then(context, ...)`. A hung report command holds the service (later queries wait
-// behind it) but never the caller.
+// `future.then(context, ...)`. A report command still running after five seconds is killed and
+// its query ends with a platform error, so the caller moves on to the file-system attributes.
 class DiskInfoService : public QObject {
     Q_OBJECT
 
@@ -46,7 +46,9 @@ public:
     // The file-system attributes of the home folder (statvfs).
     QFuture<DiskInfoOutcome> getFileManagerDiskInfo();
 
-    // The document readers, exposed so that fixtures can test them on every platform.
+    // The document readers, exposed so that fixtures can test them on every platform. A boot
+    // volume whose used figure would overflow is a parse error; so, in findmnt's document, is a
+    // negative figure or more space available than the volume holds.
     static DiskInfoOutcome parseSystemProfilerReport(const QByteArray &json);
     static DiskInfoOutcome parseFindmntReport(const QByteArray &json);
 

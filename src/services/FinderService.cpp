@@ -1,21 +1,27 @@
 #include "services/FinderService.h"
 
 #include "platform/FileManager.h"
+#include "platform/SessionBusProbe.h"
 #include "platform/StandardLocations.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDeadlineTimer>
 #include <QMetaMethod>
 #include <QPromise>
+#include <QtConcurrent>
 
 namespace ravelinth {
 
 namespace {
 
-// A file manager that is there answers at once; one that hangs must not hold the fallback long.
-constexpr int showItemsTimeoutMs = 3000;
+// A file manager that is there answers at once; a bus or a file manager that hangs must not
+// hold the fallback long. The whole reveal, asking whether the bus speaks at all included, ends
+// within this time.
+constexpr int revealTimeLimitMs = 2500;
+constexpr int busProbeLimitMs = 1000;
 
 QByteArray folderOf(const QByteArray &path) {
     const qsizetype slash = path.lastIndexOf('/');
@@ -38,26 +44,51 @@ FinderService &FinderService::shared() {
 }
 
 void FinderService::revealInFinder(const QList<QByteArray> &paths) {
+    QList<QByteArray> absolute;
+    absolute.reserve(paths.size());
+    for (const QByteArray &path : paths)
+        absolute.append(platform::absolutePath(path));
+    const QDeadlineTimer deadline(revealTimeLimitMs);
+    // Qt connects to the session bus on the calling thread and waits there for the bus's first
+    // answer, so whether the bus speaks is asked off this thread first.
+    QtConcurrent::run([] {
+        return platform::sessionBusAnswers(QDeadlineTimer(busProbeLimitMs));
+    }).then(this, [this, absolute, deadline](bool busAnswers) {
+        showItems(absolute, busAnswers, deadline);
+    });
+}
+
+void FinderService::showItems(const QList<QByteArray> &paths, bool busAnswers,
+                              QDeadlineTimer deadline) {
+    const QByteArray first = paths.isEmpty() ? QByteArray() : paths.constFirst();
+    const auto fallBack = [this, first] {
+        if (!first.isEmpty())
+            platform::openFolder(folderOf(first));
+        emit revealCompleted(false);
+    };
+    if (!busAnswers) {
+        fallBack();
+        return;
+    }
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        fallBack();
+        return;
+    }
     QDBusMessage call = QDBusMessage::createMethodCall(
         u"org.freedesktop.FileManager1"_qs, u"/org/freedesktop/FileManager1"_qs,
         u"org.freedesktop.FileManager1"_qs, u"ShowItems"_qs);
     call << platform::fileUris(paths) << QString();
-    const QByteArray first = paths.isEmpty() ? QByteArray() : paths.constFirst();
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
-        if (!first.isEmpty())
-            platform::openFolder(folderOf(first));
-        emit revealCompleted(false);
-        return;
-    }
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, showItemsTimeoutMs), this);
+    const int timeoutMs = int(qMax<qint64>(1, deadline.remainingTime()));
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, timeoutMs), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, first](QDBusPendingCallWatcher *finished) {
+            [this, fallBack](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();
-                const bool answered = !finished->isError();
-                if (!answered && !first.isEmpty())
-                    platform::openFolder(folderOf(first));
-                emit revealCompleted(answered);
+                if (finished->isError()) {
+                    fallBack();
+                    return;
+                }
+                emit revealCompleted(true);
             });
 }
 

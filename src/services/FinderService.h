@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QFuture>
 #include <QList>
 #include <QObject>
@@ -13,8 +14,9 @@ namespace ravelinth {
 // The desktop's file manager and the folder chooser.
 //
 // revealInFinder() makes one asynchronous org.freedesktop.FileManager1.ShowItems call with every
-// path, in order, and returns at once; when no file manager answers it opens the first item's
-// folder instead.
+// path, in order, made absolute against the working folder, and returns at once; when no file
+// manager answers within 2.5 seconds (no session bus, a bus that does not speak, a file manager
+// that never replies) it opens the first item's folder instead.
 //
 // selectFolder() asks the interface for a folder: it emits folderSelectionRequested(), and the
 // interface shows its chooser (directories only, single selection, no folder creation, starting
@@ -44,6 +46,7 @@ signals:
 
 private:
     explicit FinderService(QObject *parent = nullptr);
+    void showItems(const QList<QByteArray> &paths, bool busAnswers, QDeadlineTimer deadline);
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QtTest>
 
 using namespace ravelinth::test;
@@ -111,6 +112,39 @@ private slots:
         QVERIFY(lines[1].contains("Other") || lines[1].contains("Cache"));
         QVERIFY(table.out.contains("Review"));
         QVERIFY(table.out.contains("Found 2 files"));
+    }
+
+    void everyCommandReportsOutputThatCouldNotBeWritten() {
+        ScopedTestEnvironment environment;
+        TestTree tree;
+        tree.file("big.iso", 2 * MiB);
+        const QList<QList<QByteArray>> invocations = {
+            {"scan", tree.root(), "--min-size-mb", "1"},
+            {"scan", tree.root(), "--min-size-mb", "1", "--json"},
+            {"scan", tree.root(), "--min-size-mb", "1", "--print0"},
+            {"disk"},
+            {"disk", "--json"},
+            {"trash", tree.file("victim.txt")},
+            {"trash", tree.file("other.txt"), "--json"},
+            {"scan", "--help"},
+            {"disk", "--help"},
+            {"trash", "--help"},
+            {"reveal", "--help"},
+            {"--help"},
+            {"--version"}};
+        for (const QList<QByteArray> &arguments : invocations) {
+            QStringList list;
+            for (const QByteArray &argument : arguments)
+                list.append(QFile::decodeName(argument));
+            QProcess process;
+            process.setStandardOutputFile(u"/dev/full"_qs);
+            process.start(QStringLiteral(RAVELINTH_EXECUTABLE), list);
+            QVERIFY(process.waitForFinished(60000));
+            const QByteArray err = process.readAllStandardError();
+            QVERIFY2(process.exitCode() == 1 &&
+                         err.endsWith("ravelinth: error writing output: No space left on device\n"),
+                     qPrintable(list.join(u' ') + u": "_qs + QString::fromUtf8(err)));
+        }
     }
 
     void failuresAndUsageErrorsHaveTheirExitCodes() {

@@ -1,8 +1,10 @@
+#include "Programs.h"
 #include "TestTree.h"
 #include "services/DiskInfoService.h"
 
 #include <QtTest>
 
+#include <csignal>
 #include <sys/stat.h>
 
 using namespace ravelinth;
@@ -16,25 +18,43 @@ DiskInfoOutcome findmnt(const char *json) {
     return DiskInfoService::parseFindmntReport(QByteArray(json));
 }
 
-// A stand-in for findmnt, first on PATH, printing `output` (after `delaySecs`).
+// A stand-in for findmnt, first on PATH, running `body` as a shell script.
 class FakeReportCommand {
 public:
-    FakeReportCommand(const QByteArray &output, int delaySecs = 0) : m_savedPath(qgetenv("PATH")) {
-        const QByteArray script = m_tree.file("bin/findmnt");
-        QFile file(QFile::decodeName(script));
+    struct Script {
+        QByteArray body;
+    };
+
+    explicit FakeReportCommand(const Script &script) : m_savedPath(qgetenv("PATH")) {
+        const QByteArray path = m_tree.file("bin/findmnt");
+        QFile file(QFile::decodeName(path));
         file.open(QIODevice::WriteOnly);
-        file.write("#!/bin/sh\nsleep " + QByteArray::number(delaySecs) +
-                   "\necho 'noise' >&2\ncat <<'EOF'\n" + output + "\nEOF\n");
+        file.write("#!/bin/sh\n" + script.body);
         file.close();
-        ::chmod(script.constData(), 0755);
+        ::chmod(path.constData(), 0755);
         qputenv("PATH", m_tree.path("bin") + ':' + m_savedPath);
     }
+    // Prints `output` after `delaySecs`.
+    FakeReportCommand(const QByteArray &output, int delaySecs = 0)
+        : FakeReportCommand(Script{"sleep " + QByteArray::number(delaySecs) +
+                                   "\necho 'noise' >&2\ncat <<'EOF'\n" + output + "\nEOF\n"}) {}
     ~FakeReportCommand() { qputenv("PATH", m_savedPath); }
+
+    QByteArray path(QByteArrayView relative) const { return m_tree.path(relative); }
 
 private:
     test::TestTree m_tree;
     QByteArray m_savedPath;
 };
+
+// Alive and not merely waiting to be reaped.
+bool isRunning(const QByteArray &pid) {
+    QFile stat(u"/proc/"_qs + QString::fromLatin1(pid) + u"/stat"_qs);
+    if (!stat.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray line = stat.readAll();
+    return line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
+}
 
 } // namespace
 
@@ -103,6 +123,42 @@ private slots:
         QCOMPARE(findmnt(R"({"file":[]})").error().code(), DiskInfoError::parseError);
     }
 
+    void impossibleFiguresAreParseErrors() {
+        for (const char *sizes :
+             {R"("size":-10,"avail":-20)", R"("size":10,"avail":-1)", R"("size":10,"avail":11)"}) {
+            const QByteArray document =
+                R"({"filesystems":[{"target":"/","source":"/dev/x",)" + QByteArray(sizes) + "}]}";
+            QCOMPARE(DiskInfoService::parseFindmntReport(document).error().code(),
+                     DiskInfoError::parseError);
+        }
+        // 2^63 - 1024 and its negation: exact in a JSON number, their difference is not.
+        QCOMPARE(
+            findmnt(
+                R"({"filesystems":[{"target":"/","size":9223372036854774784,"avail":-9223372036854774784}]})")
+                .error()
+                .code(),
+            DiskInfoError::parseError);
+        QCOMPARE(
+            profiler(
+                R"({"SPStorageDataType":[{"mount_point":"/","size_in_bytes":9223372036854774784,"free_space_in_bytes":-9223372036854774784}]})")
+                .error()
+                .code(),
+            DiskInfoError::parseError);
+    }
+
+    void diskCommandEscapesTheLabel() {
+        // Plain literals: moc misreads "\\u" escapes inside raw strings.
+        FakeReportCommand fake("{\"filesystems\":[{\"target\":\"/\",\"size\":9,\"avail\":4,"
+                               "\"label\":\"evil\\u001b]0;owned\\u0007\\nTotal: 1\"}]}");
+        const test::ProcessOutput table = test::runRavelinth({"disk"});
+        QCOMPARE(table.exitCode, 0);
+        QVERIFY2(table.out.startsWith("Name:        evil\\x1B]0;owned\\x07\\nTotal: 1\n"),
+                 table.out.constData());
+        QVERIFY(!table.out.contains('\x1b') && !table.out.contains('\a'));
+        const test::ProcessOutput json = test::runRavelinth({"disk", "--json"});
+        QVERIFY(json.out.contains("\"name\":\"evil\\u001b]0;owned\\u0007\\nTotal: 1\""));
+    }
+
     void serviceReadsTheRealReportAndTheFallback() {
         test::ScopedTestEnvironment environment;
         DiskInfoService service;
@@ -139,6 +195,31 @@ private slots:
         QVERIFY(!fallback.isFinished());
         QCOMPARE(report.result()->name, u"x"_qs);
         QVERIFY(fallback.result());
+    }
+
+    void aHungReportIsKilledWithWhatItStartedAndTheFallbackAnswers() {
+        test::TestTree scratch;
+        const QByteArray pidFile = scratch.path("pids");
+        FakeReportCommand hung(FakeReportCommand::Script{
+            "echo $$ > '" + pidFile + "'\nsleep 1000 &\necho $! >> '" + pidFile + "'\nwait\n"});
+        QProcess disk;
+        disk.start(QStringLiteral(RAVELINTH_EXECUTABLE), {u"disk"_qs});
+        const bool finished = disk.waitForFinished(20000);
+        QFile file(QFile::decodeName(pidFile));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QList<QByteArray> pids = file.readAll().trimmed().split('\n');
+        if (!finished) {
+            for (const QByteArray &pid : pids)
+                ::kill(pid.toInt(), SIGKILL);
+            disk.kill();
+            disk.waitForFinished();
+            QFAIL("disk waited for a report that never ends");
+        }
+        QCOMPARE(disk.exitCode(), 0);
+        QVERIFY(disk.readAllStandardOutput().startsWith("Name:        Root\n"));
+        QCOMPARE(pids.size(), 2);
+        for (const QByteArray &pid : pids)
+            QVERIFY2(!isRunning(pid), pid.constData());
     }
 };
 

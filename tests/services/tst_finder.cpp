@@ -5,11 +5,16 @@
 #include <QDBusConnectionInterface>
 #include <QDBusContext>
 #include <QDBusMessage>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <cstring>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 using namespace ravelinth;
 
@@ -95,13 +100,16 @@ private slots:
         publish(true);
         QSignalSpy completed(&FinderService::shared(), &FinderService::revealCompleted);
         FinderService::shared().revealInFinder(
-            {"/home/u/a b.mov", "/home/u/caf\xe9.iso", "/home/u/100%.zip"});
+            {"/home/u/a b.mov", "/home/u/caf\xe9.iso", "/home/u/100%.zip", "t1/x"});
         QVERIFY(completed.wait(10000));
         QCOMPARE(completed.first().first().toBool(), true);
         QCOMPARE(m_manager.calls.size(), 1);
-        QCOMPARE(m_manager.calls.first().first,
-                 (QStringList{u"file:///home/u/a%20b.mov"_qs, u"file:///home/u/caf%E9.iso"_qs,
-                              u"file:///home/u/100%25.zip"_qs}));
+        const QByteArray relative = QFile::encodeName(QDir::currentPath()) + "/t1/x";
+        QCOMPARE(
+            m_manager.calls.first().first,
+            (QStringList{u"file:///home/u/a%20b.mov"_qs, u"file:///home/u/caf%E9.iso"_qs,
+                         u"file:///home/u/100%25.zip"_qs,
+                         u"file://"_qs + QString::fromLatin1(relative.toPercentEncoding("/"))}));
         QCOMPARE(m_manager.calls.first().second, QString());
         QVERIFY(opened().isEmpty());
         publish(false);
@@ -119,12 +127,55 @@ private slots:
         m_manager.answers = false;
         publish(true);
         QSignalSpy completed(&FinderService::shared(), &FinderService::revealCompleted);
+        QElapsedTimer timer;
+        timer.start();
         FinderService::shared().revealInFinder({"/data/x.iso"});
         QCOMPARE(completed.size(), 0); // the call returned before any answer
         QVERIFY(completed.wait(15000));
+        QVERIFY2(timer.elapsed() < 4500, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(completed.first().first().toBool(), false);
         QTRY_VERIFY(opened().endsWith("/data\n"));
         publish(false);
+    }
+
+    void revealCommandFallsBackQuicklyWithoutABusThatSpeaks() {
+        // Accepts connections into its backlog and never says a word.
+        const QByteArray socketPath = m_tree.path("silent.sock");
+        const int silent = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        sockaddr_un name{};
+        name.sun_family = AF_UNIX;
+        std::strncpy(name.sun_path, socketPath.constData(), sizeof(name.sun_path) - 1);
+        QVERIFY(::bind(silent, reinterpret_cast<const sockaddr *>(&name), sizeof(name)) == 0);
+        QVERIFY(::listen(silent, 8) == 0);
+        const QByteArray savedBus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+        const QByteArray savedRuntime = qgetenv("XDG_RUNTIME_DIR");
+        qputenv("XDG_RUNTIME_DIR", m_tree.path("runtime"));
+        for (const QByteArray &address :
+             {"unix:path=" + m_tree.path("silent.sock"), QByteArray()}) {
+            QFile::remove(QFile::decodeName(m_openedLog));
+            if (address.isEmpty())
+                qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+            else
+                qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+            QElapsedTimer timer;
+            timer.start();
+            QProcess reveal;
+            reveal.setWorkingDirectory(QFile::decodeName(m_tree.root()));
+            reveal.start(QStringLiteral(RAVELINTH_EXECUTABLE),
+                         {u"reveal"_qs, u"media/a.mkv"_qs, u"b"_qs});
+            const bool finished = reveal.waitForFinished(20000);
+            const qint64 elapsed = timer.elapsed();
+            if (!finished) {
+                reveal.kill();
+                reveal.waitForFinished();
+            }
+            QVERIFY2(finished && elapsed < 4500, address.constData());
+            QCOMPARE(reveal.exitCode(), 0);
+            QTRY_COMPARE(opened(), m_tree.path("media") + '\n');
+        }
+        qputenv("DBUS_SESSION_BUS_ADDRESS", savedBus);
+        qputenv("XDG_RUNTIME_DIR", savedRuntime);
+        ::close(silent);
     }
 
     void folderSelectionIsAnsweredByTheInterface() {

@@ -12,6 +12,7 @@
 #include <atomic>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <thread>
@@ -60,7 +61,7 @@ QList<QByteArray> pseudoMountPoints() {
     static const QSet<QByteArray> pseudoTypes{
         "proc",        "sysfs",    "devpts",    "cgroup",   "cgroup2", "debugfs", "tracefs",
         "securityfs",  "pstore",   "bpf",       "configfs", "fusectl", "mqueue",  "hugetlbfs",
-        "binfmt_misc", "efivarfs", "selinuxfs", "nsfs",     "autofs"};
+        "binfmt_misc", "efivarfs", "selinuxfs", "nsfs",     "autofs",  "devtmpfs"};
     QFile mounts(u"/proc/self/mounts"_qs);
     if (!mounts.open(QIODevice::ReadOnly))
         qFatal("cannot read /proc/self/mounts");
@@ -405,6 +406,23 @@ private slots:
         const Scan proc = scan("/proc", 0);
         QVERIFY(proc.outcome);
         QCOMPARE(proc.filesScanned, 0);
+    }
+
+    // devtmpfs gives fstatfs the magic number of tmpfs, which is walked; its mount is known by
+    // its type, whether it is the root of the walk or a tree reaches it through a bind mount.
+    void devtmpfsIsNeverEntered() {
+        if (!pseudoMountPoints().contains("/dev"))
+            QSKIP("/dev is not a devtmpfs here");
+        QCOMPARE(scan("/dev", 0).filesScanned, 0);
+        if (!isRoot())
+            return;
+        TestTree tree;
+        tree.file("own.bin", 1);
+        const QByteArray bound = tree.folder("dev");
+        QCOMPARE(::mount("/dev", bound.constData(), nullptr, MS_BIND, nullptr), 0);
+        // Unmounted before the tree is removed, whatever happens in between.
+        const auto unmount = qScopeGuard([&] { ::umount2(bound.constData(), MNT_DETACH); });
+        QCOMPARE(scan(tree.root(), 0).filesScanned, 1);
     }
 };
 

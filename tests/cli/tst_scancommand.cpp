@@ -94,6 +94,15 @@ private slots:
         const QString encoded = file.value(u"rawPath").toString();
         QVERIFY(encoded.endsWith(u"/caf%E9 100%25.iso"_qs));
         QCOMPARE(QByteArray::fromPercentEncoding(encoded.toLatin1()), raw);
+
+        // A byte-order mark that starts a name is part of it.
+        const QByteArray bom = tree.file("\xEF\xBB\xBF"
+                                         "bom.iso",
+                                         200 * MiB);
+        const ProcessOutput json = runRavelinth({"scan", tree.root(), "--json"});
+        QVERIFY(json.out.contains("\"path\":\"" + bom + '"'));
+        QVERIFY(json.out.contains("\"name\":\"\xEF\xBB\xBF"
+                                  "bom.iso\""));
     }
 
     void print0AndTableListLargestFirst() {

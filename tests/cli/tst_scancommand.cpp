@@ -6,6 +6,7 @@
 #include <QJsonObject>
 #include <QtTest>
 
+#include <csignal>
 #include <fcntl.h>
 #include <pty.h>
 #include <unistd.h>
@@ -54,6 +55,18 @@ QByteArray stderrOnTerminal(const QList<QByteArray> &arguments) {
     ::close(device);
     ::close(terminal);
     return seen;
+}
+
+// True once the process `pid` handles Ctrl+C itself rather than dying of it.
+bool catchesInterrupt(qint64 pid) {
+    QFile status(u"/proc/"_qs + QString::number(pid) + u"/status"_qs);
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("SigCgt:"))
+            return (line.mid(7).trimmed().toULongLong(nullptr, 16) >> (SIGINT - 1)) & 1;
+    }
+    return false;
 }
 
 } // namespace
@@ -163,6 +176,27 @@ private slots:
         QVERIFY2(shown.contains("title\\x1B]0;pwned\\x07/f"), shown.constData());
         QVERIFY(!shown.contains("\x1b]"));
         QVERIFY(!shown.contains('\x07'));
+    }
+
+    // Ctrl+C ends the walk where no progress report ever comes: a long chain of empty folders.
+    void anInterruptStopsAWalkOfEmptyFolders() {
+        TestTree tree;
+        tree.deepChain("chain", 10000, "d", "bottom.iso", 200 * MiB);
+        QProcess process;
+        process.start(QStringLiteral(RAVELINTH_EXECUTABLE),
+                      {u"scan"_qs, QFile::decodeName(tree.root()), u"--json"_qs});
+        QVERIFY(process.waitForStarted());
+        // The program listens for Ctrl+C from just before the walk begins.
+        QDeadlineTimer deadline(30000);
+        while (!catchesInterrupt(process.processId()) && !deadline.hasExpired())
+            ::usleep(200);
+        QVERIFY(::kill(pid_t(process.processId()), SIGINT) == 0);
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        const QJsonObject result =
+            QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+        QVERIFY2(result.value(u"files").toArray().isEmpty(), "the walk went on after Ctrl+C");
     }
 
     // Seen from inside a folder whose name reads as a cache, "t1" is that folder's t1.

@@ -205,13 +205,13 @@ private slots:
         TestTree tree;
         const QByteArray movie = tree.file("work/t1/movie.mkv", 2 * MiB);
         const QString previous = QDir::currentPath();
+        const auto goBack = qScopeGuard([&] { QDir::setCurrent(previous); });
         QVERIFY(QDir::setCurrent(QFile::decodeName(tree.path("work"))));
         for (const char *relative : {"t1", "./t1/", "../work/t1"}) {
             const Run run = scan(relative, {MiB, false, false, false});
             QCOMPARE(run.result.scannedPath, tree.path("work/t1"));
             QCOMPARE(pathsOf(run.result), QList<QByteArray>{movie});
         }
-        QVERIFY(QDir::setCurrent(previous));
     }
 
     // A tree of empty folders gives no progress report, the other moment a stop is noticed.

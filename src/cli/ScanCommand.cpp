@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/InterruptWatcher.h"
 #include "cli/ScanReport.h"
+#include "cli/TerminalText.h"
 #include "models/ByteCountFormatter.h"
 #include "models/ScanState.h"
 #include "services/FileScannerService.h"
@@ -115,8 +116,10 @@ public:
         if (!m_enabled || (m_drawn && m_clock.elapsed() < 100))
             return;
         m_clock.restart();
+        // A name is the file's owner's choice: escaped, it can send the terminal no commands.
         QString line = u"Scanning: "_qs + formatGroupedInteger(files) + u" files \u2022 "_qs +
-                       formatByteCount(bytes) + u" \u2014 "_qs + current;
+                       formatByteCount(bytes) + u" \u2014 "_qs +
+                       QString::fromUtf8(terminalText(current));
         if (line.size() > 110)
             line = line.left(60) + u"\u2026"_qs + line.right(49);
         std::fprintf(stderr, "\r\033[K%s", line.toUtf8().constData());
@@ -170,7 +173,7 @@ int runScanCommand(const QList<QByteArray> &arguments) {
 
     const ScanOutcome outcome = watcher.result();
     if (!outcome) {
-        std::fprintf(stderr, "%s\n", outcome.error().description().toUtf8().constData());
+        std::fprintf(stderr, "%s\n", terminalText(outcome.error().description()).constData());
         return exitFailure;
     }
     const ScanResult &result = outcome.value();

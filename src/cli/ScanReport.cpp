@@ -3,6 +3,7 @@
 #include "cli/JsonWriter.h"
 #include "cli/TerminalText.h"
 #include "models/ByteCountFormatter.h"
+#include "models/DisplayText.h"
 #include "models/ScanState.h"
 
 namespace ravelinth::cli {
@@ -37,7 +38,7 @@ void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned
                      qint64 bytesScanned) {
     JsonWriter json(stream);
     json.beginObject();
-    json.field("scannedPath", QString::fromUtf8(result.scannedPath));
+    json.field("scannedPath", displayText(result.scannedPath));
     if (!isValidUtf8(result.scannedPath)) {
         json.key("rawScannedPath");
         json.value(QString::fromLatin1(percentEncodeRawPath(result.scannedPath)));

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <charconv>
-#include <cstdio>
 #include <string>
 
 namespace ravelinth {
@@ -80,9 +79,12 @@ QString formatByteCount(qint64 bytes) {
 }
 
 QString formatOneDecimal(double value) {
-    std::array<char, 64> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.1f", value);
-    return QString::fromLatin1(buffer.data());
+    // Not snprintf: it writes the C library's locale's decimal separator, "0,5" under de_DE.
+    // to_chars rounds the same way and always writes a point.
+    std::array<char, 400> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::fixed, 1);
+    return QString::fromLatin1(buffer.data(), result.ptr - buffer.data());
 }
 
 QString formatGroupedInteger(qint64 value) {

@@ -10,7 +10,8 @@ namespace ravelinth {
 // promoted to the next one.
 QString formatByteCount(qint64 bytes);
 
-// "%.1f" as C's printf writes it (exact binary value, ties to even), which Qt's formatters do not.
+// "%.1f" as C's printf writes it in the C locale (exact binary value, ties to even, and a point
+// whatever the user's locale), which Qt's formatters do not.
 QString formatOneDecimal(double value);
 
 // An integer with the current locale's digit grouping.

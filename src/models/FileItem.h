@@ -1,5 +1,6 @@
 #pragma once
 
+#include "models/DisplayText.h"
 #include "models/ScanCategory.h"
 
 #include <QByteArray>
@@ -26,9 +27,9 @@ struct FileItem {
     QByteArrayView name() const;
     // The folder holding the file: the path without its last component.
     QByteArrayView parentPath() const;
-    QString displayPath() const { return QString::fromUtf8(path); }
-    QString displayName() const { return QString::fromUtf8(name()); }
-    QString displayParentPath() const { return QString::fromUtf8(parentPath()); }
+    QString displayPath() const { return displayText(path); }
+    QString displayName() const { return displayText(name()); }
+    QString displayParentPath() const { return displayText(parentPath()); }
     // Lower-cased text after the last dot of the name; empty when there is none, when the only
     // dot starts the name (".bashrc") or when the name ends with a dot.
     QString fileExtension() const;

@@ -59,15 +59,17 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
     const bool rootIsSlash = path == "/";
     std::vector<Frame> stack;
 
-    auto pushFolder = [&](int fd, qsizetype pathLength, std::optional<dev_t> parentDevice) {
+    auto pushFolder = [&](int fd, qsizetype pathLength, std::optional<dev_t> parentDevice,
+                          const std::vector<FolderIdentity> &pruned) {
         Frame frame;
-        if (!openFrame(fd, pathLength, d->buffer, frame, parentDevice))
+        if (!openFrame(fd, pathLength, d->buffer, frame, parentDevice, pruned))
             return;
         stack.push_back(std::move(frame));
         trimDescriptors(stack);
     };
 
-    pushFolder(d->rootFd, path.size(), std::nullopt);
+    // The root is walked even when it is one of the pruned folders: it was asked for by name.
+    pushFolder(d->rootFd, path.size(), std::nullopt, {});
     d->rootFd = -1; // now owned by the stack
 
     WalkEntry entry;
@@ -94,10 +96,12 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
         if (decision == WalkDecision::stop)
             break;
         if (entry.isDirectory && decision == WalkDecision::proceed) {
+            if (isStopRequested(d->options))
+                break;
             const int fd =
                 ::openat(frame.fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
             if (fd >= 0)
-                pushFolder(fd, path.size(), frame.device);
+                pushFolder(fd, path.size(), frame.device, d->options.prunedFolders);
         }
     }
     while (!stack.empty())

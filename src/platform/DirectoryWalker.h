@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <memory>
+#include <sys/types.h>
+#include <vector>
 
 namespace ravelinth::platform {
 
@@ -21,10 +23,23 @@ struct WalkEntry {
 
 enum class WalkDecision { proceed, skipDescendants, stop };
 
+// What a folder is, whatever path reaches it.
+struct FolderIdentity {
+    dev_t device = 0;
+    ino_t inode = 0;
+    bool operator==(const FolderIdentity &) const = default;
+};
+
 struct WalkOptions {
     bool skipHiddenEntries = false;
     // Consulted before an entry is examined; true prunes the entry and everything below it.
     std::function<bool(QByteArrayView path, QByteArrayView name)> isPruned;
+    // Folders never entered below the root, however the walk reaches them: a path compared as
+    // text misses the same folder behind a link, a doubled slash or a "/./".
+    std::vector<FolderIdentity> prunedFolders;
+    // Asked before every folder the walk would open; once it answers true the walk ends as if a
+    // visit had said stop. A tree of empty folders gives no other moment to notice a stop.
+    std::function<bool()> isStopRequested;
 };
 
 enum class WalkOpenResult { ok, notFound, notAFolder, failed };

@@ -1,5 +1,7 @@
 #include "platform/FileManager.h"
 
+#include "platform/WorkingFolder.h"
+
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -8,31 +10,24 @@
 #include <QProcess>
 #include <QUrl>
 
-#include <cerrno>
-#include <unistd.h>
-
 namespace ravelinth::platform {
 
-QByteArray absolutePath(const QByteArray &path) {
-    if (path.startsWith('/'))
-        return path;
-    QByteArray folder(4096, '\0');
-    while (::getcwd(folder.data(), std::size_t(folder.size())) == nullptr) {
-        if (errno != ERANGE)
-            return path;
-        folder.resize(folder.size() * 2);
-    }
-    folder.truncate(qsizetype(qstrlen(folder.constData())));
-    if (!folder.endsWith('/'))
-        folder += '/';
-    return folder + path;
+namespace {
+
+// What the desktop is handed must not depend on its own working folder; when this process's
+// has no name, the path goes as given and the desktop ignores what it cannot show.
+QByteArray absoluteOrAsGiven(const QByteArray &path) {
+    return absolutePath(path).value_or(path);
 }
+
+} // namespace
 
 QStringList fileUris(const QList<QByteArray> &paths) {
     QStringList uris;
     uris.reserve(paths.size());
     for (const QByteArray &path : paths)
-        uris.append(u"file://"_qs + QString::fromLatin1(absolutePath(path).toPercentEncoding("/")));
+        uris.append(u"file://"_qs +
+                    QString::fromLatin1(absoluteOrAsGiven(path).toPercentEncoding("/")));
     return uris;
 }
 
@@ -45,7 +40,7 @@ void openWithDesktop(const QByteArray &path) {
         return;
     }
     // Without a GUI application (the command line) the desktop's opener is asked directly.
-    QProcess::startDetached(u"xdg-open"_qs, {QFile::decodeName(absolutePath(path))});
+    QProcess::startDetached(u"xdg-open"_qs, {QFile::decodeName(absoluteOrAsGiven(path))});
 }
 
 } // namespace

@@ -7,10 +7,6 @@
 
 namespace ravelinth::platform {
 
-// The path, when relative, taken from the working folder; as given when that cannot be named.
-// Nothing is resolved: links and ".." stay as they are for whoever opens the path.
-QByteArray absolutePath(const QByteArray &path);
-
 // file:// addresses for exact byte paths, made absolute first: every byte outside the unreserved
 // set is percent-encoded, so names that are not UTF-8 survive the trip.
 QStringList fileUris(const QList<QByteArray> &paths);

@@ -4,6 +4,7 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <dirent.h>
@@ -83,9 +84,11 @@ bool readListing(int fd, std::vector<char> &, Listing &listing) {
 #endif
 
 bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
-               std::optional<dev_t> parentDevice) {
+               std::optional<dev_t> parentDevice, const std::vector<FolderIdentity> &pruned) {
     struct stat info {};
     if (::fstat(fd, &info) != 0 ||
+        std::find(pruned.begin(), pruned.end(), FolderIdentity{info.st_dev, info.st_ino}) !=
+            pruned.end() ||
         ((!parentDevice || *parentDevice != info.st_dev) && isPseudoFileSystem(fd))) {
         ::close(fd);
         return false;

@@ -42,10 +42,17 @@ struct Frame {
 };
 
 // Makes a frame of the open folder `fd` (taking the descriptor), or closes it and returns false
-// when the folder lies on a pseudo file system or cannot be read. `parentDevice` is the device of
-// the folder holding it, if any: a folder on its parent's device needs no file-system check.
+// when the folder lies on a pseudo file system, is one of `pruned` or cannot be read.
+// `parentDevice` is the device of the folder holding it, if any: a folder on its parent's device
+// needs no file-system check.
 bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
-               std::optional<dev_t> parentDevice = std::nullopt);
+               std::optional<dev_t> parentDevice = std::nullopt,
+               const std::vector<FolderIdentity> &pruned = {});
+
+// True when the walk should end before opening another folder.
+inline bool isStopRequested(const WalkOptions &options) {
+    return options.isStopRequested && options.isStopRequested();
+}
 
 // Keeps the descriptors of the nearest `descriptorBudget` frames only, and of the first, from
 // which any other can be found again by name.

@@ -237,10 +237,15 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
             break;
         }
         if (entry.isDirectory && result.decision == WalkDecision::proceed) {
+            if (isStopRequested(options)) {
+                stop();
+                break;
+            }
             const int fd =
                 ::openat(frame.fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
             Frame child;
-            if (fd >= 0 && openFrame(fd, path.size(), me.buffer, child, frame.device)) {
+            if (fd >= 0 &&
+                openFrame(fd, path.size(), me.buffer, child, frame.device, options.prunedFolders)) {
                 Segment &segment = me.segments.emplace_back();
                 segment.worker = std::uint32_t(worker);
                 branch.back().segment->pieces.push_back({&segment, 0, 0});

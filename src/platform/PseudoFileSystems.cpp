@@ -2,7 +2,14 @@
 
 #include <QtGlobal>
 
+#include <string>
+
 #ifdef Q_OS_LINUX
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/vfs.h>
 #endif
 
@@ -15,7 +22,7 @@ namespace {
 constexpr unsigned long pseudoMagics[] = {
     0x9fa0,     // proc
     0x62656572, // sysfs
-    0x1373,     // devfs (devtmpfs itself reports as tmpfs; its nodes are never opened)
+    0x1373,     // devfs (devtmpfs reports as tmpfs, see below)
     0x1cd1,     // devpts
     0x27e0eb,   // cgroup
     0x63677270, // cgroup2
@@ -34,6 +41,38 @@ constexpr unsigned long pseudoMagics[] = {
     0x6e736673, // nsfs
     0x0187,     // autofs
 };
+
+constexpr unsigned long tmpfsMagic = 0x01021994;
+
+// The file-system type of the mount holding `device`, as the kernel lists it in the calling
+// process's mount table ("devtmpfs", "tmpfs", ...); empty when no mount matches.
+std::string mountTypeOfDevice(dev_t device) {
+    std::string type;
+    FILE *table = std::fopen("/proc/self/mountinfo", "re");
+    if (!table)
+        return type;
+    char *line = nullptr;
+    std::size_t capacity = 0;
+    while (::getline(&line, &capacity, table) > 0) {
+        // "36 35 0:6 / /dev rw,nosuid - devtmpfs udev rw,...": the third field is the device,
+        // the type follows the lone "-".
+        unsigned int major = 0;
+        unsigned int minor = 0;
+        if (std::sscanf(line, "%*s %*s %u:%u", &major, &minor) != 2 ||
+            makedev(major, minor) != device)
+            continue;
+        const char *separator = std::strstr(line, " - ");
+        if (!separator)
+            continue;
+        const char *start = separator + 3;
+        type.assign(start, std::strcspn(start, " \n"));
+        break;
+    }
+    std::free(line);
+    std::fclose(table);
+    return type;
+}
+
 } // namespace
 
 bool isPseudoFileSystem(int fd) {
@@ -44,6 +83,12 @@ bool isPseudoFileSystem(int fd) {
     for (unsigned long pseudo : pseudoMagics) {
         if (magic == pseudo)
             return true;
+    }
+    // devtmpfs answers with tmpfs's magic number; only the mount table tells the two apart.
+    // Asked only where a walk crosses onto another device, so reading the table costs little.
+    if (magic == tmpfsMagic) {
+        struct stat folder {};
+        return ::fstat(fd, &folder) == 0 && mountTypeOfDevice(folder.st_dev) == "devtmpfs";
     }
     return false;
 }

@@ -1,10 +1,11 @@
 #include "services/FileScannerService.h"
 
 #include "models/CheckedMath.h"
+#include "models/DisplayText.h"
 #include "platform/DirectoryWalker.h"
 #include "platform/ParallelDirectoryWalker.h"
-#include "platform/StandardLocations.h"
 #include "platform/ThreadPriority.h"
+#include "platform/WorkingFolder.h"
 #include "services/ScanPruning.h"
 
 #include <QDateTime>
@@ -28,9 +29,11 @@ namespace ravelinth {
 QString FileScannerError::description() const {
     switch (m_code) {
     case pathNotFound:
-        return u"Path not found: "_qs + QString::fromUtf8(m_path);
+        return u"Path not found: "_qs + displayText(m_path);
     case enumeratorFailed:
         return u"Failed to create directory enumerator"_qs;
+    case notAFolder:
+        return u"Not a folder: "_qs + displayText(m_path);
     case permissionDenied:
         break;
     }
@@ -55,7 +58,8 @@ struct FileScannerService::Private {
     int walkThreads = 1;
     std::atomic<bool> yieldsToInterface{false};
     QThreadPool pool;
-    // Set by cancel() from any thread; the walk looks at it only after a progress report.
+    // Set by cancel() from any thread; the walk looks at it after each progress report and
+    // before each folder it opens.
     std::atomic<bool> cancelRequested{false};
     // Set on destruction: ends a walk at the next entry, whatever the progress count.
     std::atomic<bool> abandoned{false};
@@ -201,8 +205,9 @@ public:
         m_files = checkedAdd(m_files, 1);
         m_bytes = checkedAdd(m_bytes, entry.size);
         if (m_files % 100 == 0) {
-            m_report(m_files, m_bytes, QString::fromUtf8(entry.path));
-            // The only point where a stop request can reach the walk. This file still counts.
+            m_report(m_files, m_bytes, displayText(entry.path));
+            // Besides the folders, the one point where a stop reaches the walk; this file still
+            // counts.
             if (m_cancelRequested)
                 m_stopped = true;
         }
@@ -297,13 +302,24 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             mailbox->post(files, bytes, std::move(current));
     };
 
+    // Taken now, on the caller's thread: the working folder is the caller's at the call.
+    std::optional<QByteArray> absolute = platform::absolutePath(path);
+
     return QtConcurrent::run(
-        &d->pool, [state, path = std::move(path), configuration, report, mailbox]() -> ScanOutcome {
+        &d->pool,
+        [state, path = std::move(path), absolute = std::move(absolute), configuration, report,
+         mailbox]() -> ScanOutcome {
             QElapsedTimer clock;
             clock.start();
+            if (!absolute)
+                return FileScannerError::makePathNotFound(path);
             platform::WalkOptions options;
             options.skipHiddenEntries = !configuration.includeHiddenFiles;
-            options.isPruned = makeScanPruning(configuration.skipSystemDirectories);
+            addScanPruning(options, configuration.skipSystemDirectories);
+            options.isStopRequested = [state] {
+                return state->cancelRequested.load(std::memory_order_relaxed) ||
+                       state->abandoned.load(std::memory_order_relaxed);
+            };
             ScanCounter counter(state->cancelRequested, state->abandoned, report);
             const int workers = state->walkThreads;
             const bool yields = state->yieldsToInterface;
@@ -317,17 +333,18 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 switch (result) {
                 case platform::WalkOpenResult::notFound:
                     return FileScannerError::makePathNotFound(path);
+                case platform::WalkOpenResult::notAFolder:
+                    return FileScannerError::makeNotAFolder(path);
                 case platform::WalkOpenResult::failed:
                     return FileScannerError::makeEnumeratorFailed();
                 case platform::WalkOpenResult::ok:
-                case platform::WalkOpenResult::notAFolder:
                     break;
                 }
                 return std::nullopt;
             };
 
             if (workers == 1) {
-                platform::DirectoryWalker walker(path, options);
+                platform::DirectoryWalker walker(*absolute, options);
                 if (auto failure = opened(walker.open()))
                     return *failure;
                 walker.walk([&](const platform::WalkEntry &entry) {
@@ -336,7 +353,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 });
                 runs.push_back({0, 0, std::uint32_t(keptAt[0].size())});
             } else {
-                platform::ParallelDirectoryWalker walker(path, options, workers);
+                platform::ParallelDirectoryWalker walker(*absolute, options, workers);
                 if (auto failure = opened(walker.open()))
                     return *failure;
                 const platform::ParallelDirectoryWalker::Visit visit =
@@ -390,7 +407,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             bySize = {};
             permuteInPlace(files, order);
             result.files = std::move(files);
-            result.scannedPath = path;
+            result.scannedPath = *absolute;
             result.timestamp = QDateTime::currentDateTimeUtc();
             return result;
         });

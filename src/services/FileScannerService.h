@@ -13,16 +13,20 @@ namespace ravelinth {
 
 class FileScannerError {
 public:
-    enum Code { pathNotFound, enumeratorFailed, permissionDenied };
+    enum Code { pathNotFound, enumeratorFailed, permissionDenied, notAFolder };
 
     static FileScannerError makePathNotFound(QByteArray path) {
         return {pathNotFound, std::move(path)};
     }
     static FileScannerError makeEnumeratorFailed() { return {enumeratorFailed, {}}; }
+    static FileScannerError makeNotAFolder(QByteArray path) {
+        return {notAFolder, std::move(path)};
+    }
 
     Code code() const { return m_code; }
     const QByteArray &path() const { return m_path; }
-    // "Path not found: <path>", "Failed to create directory enumerator", "Permission denied".
+    // "Path not found: <path>", "Failed to create directory enumerator", "Permission denied",
+    // "Not a folder: <path>".
     QString description() const;
 
 private:
@@ -44,10 +48,14 @@ using ScanProgressHandler = std::function<void(qint64, qint64, const QString &)>
 // files the progress handler is queued to the thread that called scan() (the main thread); the
 // walk never waits for it to run.
 //
-// cancel() may be called from any thread. The walk notices it at the first entry after the next
-// progress report and then returns what it has found so far as an ordinary result. Each scan
-// starts with the flag cleared, so a cancel before scan() is lost. One scan per service at a
-// time; the destructor cancels a running walk and waits for it.
+// A relative path is taken from the working folder at the call, so the result's paths are all
+// absolute.
+//
+// cancel() may be called from any thread. The walk notices it before the next folder it would
+// open, or at the first entry after the next progress report, and then returns what it has found
+// so far as an ordinary result. Each scan starts with the flag cleared, so a cancel before scan()
+// is lost. One scan per service at a time; the destructor cancels a running walk and waits for
+// it.
 class FileScannerService : public QObject {
     Q_OBJECT
 

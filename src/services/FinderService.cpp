@@ -3,6 +3,7 @@
 #include "platform/FileManager.h"
 #include "platform/SessionBusProbe.h"
 #include "platform/StandardLocations.h"
+#include "platform/WorkingFolder.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -47,7 +48,7 @@ void FinderService::revealInFinder(const QList<QByteArray> &paths) {
     QList<QByteArray> absolute;
     absolute.reserve(paths.size());
     for (const QByteArray &path : paths)
-        absolute.append(platform::absolutePath(path));
+        absolute.append(platform::absolutePath(path).value_or(path));
     const QDeadlineTimer deadline(revealTimeLimitMs);
     // Qt connects to the session bus on the calling thread and waits there for the bus's first
     // answer, so whether the bus speaks is asked off this thread first.

@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <sys/stat.h>
+
 namespace ravelinth {
 
 namespace {
@@ -23,21 +25,23 @@ bool isNumberedTrashFolder(QByteArrayView name) {
 
 } // namespace
 
-std::function<bool(QByteArrayView, QByteArrayView)> makeScanPruning(bool skipSystemDirectories) {
+void addScanPruning(platform::WalkOptions &options, bool skipSystemDirectories) {
     QList<QByteArray> names = FileScannerService::alwaysSkippedNames();
-    QByteArray homeTrash;
     if (skipSystemDirectories) {
         names += FileScannerService::systemSkippedNames();
-        homeTrash = QFile::encodeName(platform::homeTrashDirectory());
+        // By device and inode: the trash's path as XDG_DATA_HOME spells it may hold "//", "/./",
+        // a link or a trailing slash, and none of those changes the folder.
+        struct stat info {};
+        const QByteArray homeTrash = QFile::encodeName(platform::homeTrashDirectory());
+        if (::stat(homeTrash.constData(), &info) == 0 && S_ISDIR(info.st_mode))
+            options.prunedFolders.push_back({info.st_dev, info.st_ino});
     }
-    return [names, homeTrash, skipSystemDirectories](QByteArrayView path, QByteArrayView name) {
+    options.isPruned = [names, skipSystemDirectories](QByteArrayView, QByteArrayView name) {
         for (const QByteArray &skipped : names) {
             if (name == skipped)
                 return true;
         }
-        if (!skipSystemDirectories)
-            return false;
-        return isNumberedTrashFolder(name) || (!homeTrash.isEmpty() && path == homeTrash);
+        return skipSystemDirectories && isNumberedTrashFolder(name);
     };
 }
 

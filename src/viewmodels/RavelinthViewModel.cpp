@@ -512,8 +512,8 @@ void RavelinthViewModel::startScan() {
         this,
         [this, scanner, task, configuration] {
             QPointer<RavelinthViewModel> self(this);
-            auto progress = [self](qint64 files, qint64 bytes, const QString &current) {
-                if (self)
+            auto progress = [self, task](qint64 files, qint64 bytes, const QString &current) {
+                if (self && self->d->scanTask == task)
                     self->setProgressState(
                         ScanState::scanning(self->d->scanPath, files, bytes, current));
             };
@@ -523,6 +523,10 @@ void RavelinthViewModel::startScan() {
             if (task->isCancelled)
                 scanner->cancel();
             scan.then(this, [this, scanner, task](const ScanOutcome &outcome) {
+                // A stopped scan may still show what it found, but only until another scan
+                // starts: a late partial list must not replace a newer scan's results.
+                if (task != d->scanTask)
+                    return;
                 if (outcome) {
                     const ScanResult &result = *outcome;
                     setFiles(result.files);

@@ -2,9 +2,6 @@
 
 #include "models/ByteCountFormatter.h"
 
-#include <array>
-#include <cstdio>
-
 namespace ravelinth::views {
 
 QString TextFormat::byteCount(double bytes) const {
@@ -12,9 +9,7 @@ QString TextFormat::byteCount(double bytes) const {
 }
 
 QString TextFormat::oneDecimal(double value) const {
-    std::array<char, 64> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.1f", value);
-    return QString::fromLatin1(buffer.data());
+    return formatOneDecimal(value);
 }
 
 } // namespace ravelinth::views

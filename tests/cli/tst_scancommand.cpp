@@ -7,6 +7,11 @@
 #include <QProcess>
 #include <QtTest>
 
+#include <csignal>
+#include <fcntl.h>
+#include <pty.h>
+#include <unistd.h>
+
 using namespace ravelinth::test;
 
 namespace {
@@ -23,6 +28,46 @@ QJsonObject scanJson(const QList<QByteArray> &arguments) {
     if (error.error != QJsonParseError::NoError)
         qFatal("not JSON: %s", qPrintable(error.errorString()));
     return document.object();
+}
+
+// What a person at a terminal sees of the program's standard error: it is the terminal, so the
+// live progress line is drawn.
+QByteArray stderrOnTerminal(const QList<QByteArray> &arguments) {
+    int terminal = -1;
+    int device = -1;
+    if (::openpty(&terminal, &device, nullptr, nullptr, nullptr) != 0)
+        qFatal("no pseudo-terminal");
+    ::fcntl(terminal, F_SETFL, O_NONBLOCK);
+    QStringList list;
+    for (const QByteArray &argument : arguments)
+        list.append(QFile::decodeName(argument));
+    QProcess process;
+    process.setChildProcessModifier([device] { ::dup2(device, STDERR_FILENO); });
+    process.start(QStringLiteral(RAVELINTH_EXECUTABLE), list);
+    QByteArray seen;
+    auto drain = [&] {
+        char buffer[4096];
+        for (ssize_t n; (n = ::read(terminal, buffer, sizeof buffer)) > 0;)
+            seen.append(buffer, n);
+    };
+    while (!process.waitForFinished(20))
+        drain();
+    drain();
+    ::close(device);
+    ::close(terminal);
+    return seen;
+}
+
+// True once the process `pid` handles Ctrl+C itself rather than dying of it.
+bool catchesInterrupt(qint64 pid) {
+    QFile status(u"/proc/"_qs + QString::number(pid) + u"/status"_qs);
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("SigCgt:"))
+            return (line.mid(7).trimmed().toULongLong(nullptr, 16) >> (SIGINT - 1)) & 1;
+    }
+    return false;
 }
 
 } // namespace
@@ -95,6 +140,15 @@ private slots:
         const QString encoded = file.value(u"rawPath").toString();
         QVERIFY(encoded.endsWith(u"/caf%E9 100%25.iso"_qs));
         QCOMPARE(QByteArray::fromPercentEncoding(encoded.toLatin1()), raw);
+
+        // A byte-order mark that starts a name is part of it.
+        const QByteArray bom = tree.file("\xEF\xBB\xBF"
+                                         "bom.iso",
+                                         200 * MiB);
+        const ProcessOutput json = runRavelinth({"scan", tree.root(), "--json"});
+        QVERIFY(json.out.contains("\"path\":\"" + bom + '"'));
+        QVERIFY(json.out.contains("\"name\":\"\xEF\xBB\xBF"
+                                  "bom.iso\""));
     }
 
     void print0AndTableListLargestFirst() {
@@ -147,12 +201,68 @@ private slots:
         }
     }
 
+    // The progress line names the current file; this one's name would retitle the window.
+    void theProgressLineEscapesNames() {
+        TestTree tree;
+        for (int i = 0; i < 100; ++i)
+            tree.file("title\x1b]0;pwned\x07/f" + QByteArray::number(i));
+        const QByteArray shown = stderrOnTerminal({"scan", tree.root()});
+        QVERIFY2(shown.contains("title\\x1B]0;pwned\\x07/f"), shown.constData());
+        QVERIFY(!shown.contains("\x1b]"));
+        QVERIFY(!shown.contains('\x07'));
+    }
+
+    // Ctrl+C ends the walk where no progress report ever comes: a long chain of empty folders.
+    void anInterruptStopsAWalkOfEmptyFolders() {
+        TestTree tree;
+        tree.deepChain("chain", 10000, "d", "bottom.iso", 200 * MiB);
+        QProcess process;
+        process.start(QStringLiteral(RAVELINTH_EXECUTABLE),
+                      {u"scan"_qs, QFile::decodeName(tree.root()), u"--json"_qs});
+        QVERIFY(process.waitForStarted());
+        // The program listens for Ctrl+C from just before the walk begins.
+        QDeadlineTimer deadline(30000);
+        while (!catchesInterrupt(process.processId()) && !deadline.hasExpired())
+            ::usleep(200);
+        QVERIFY(::kill(pid_t(process.processId()), SIGINT) == 0);
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        const QJsonObject result =
+            QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+        QVERIFY2(result.value(u"files").toArray().isEmpty(), "the walk went on after Ctrl+C");
+    }
+
+    // Seen from inside a folder whose name reads as a cache, "t1" is that folder's t1.
+    void aRelativePathIsScannedAsItsAbsolutePath() {
+        TestTree tree;
+        tree.file("logs/t1/movie.mkv", 2 * MiB);
+        const QJsonObject absolute = scanJson({tree.path("logs/t1"), "--min-size-mb", "1"});
+        const ProcessOutput relative =
+            run(u"env"_qs, {u"-C"_qs, QFile::decodeName(tree.path("logs")),
+                            QStringLiteral(RAVELINTH_EXECUTABLE), u"scan"_qs, u"t1"_qs,
+                            u"--min-size-mb"_qs, u"1"_qs, u"--json"_qs});
+        QCOMPARE(relative.exitCode, 0);
+        const QJsonObject fromRelative = QJsonDocument::fromJson(relative.out).object();
+        QCOMPARE(fromRelative.value(u"scannedPath"), absolute.value(u"scannedPath"));
+        QCOMPARE(fromRelative.value(u"files"), absolute.value(u"files"));
+        const QJsonObject movie = absolute.value(u"files").toArray()[0].toObject();
+        QCOMPARE(movie.value(u"path").toString(),
+                 QFile::decodeName(tree.path("logs/t1/movie.mkv")));
+        QCOMPARE(movie.value(u"category").toString(), u"Cache"_qs);
+    }
+
     void failuresAndUsageErrorsHaveTheirExitCodes() {
         TestTree tree;
         const ProcessOutput missing = runRavelinth({"scan", tree.path("gone")});
         QCOMPARE(missing.exitCode, 1);
         QCOMPARE(missing.err.trimmed(), "Path not found: " + tree.path("gone"));
         QVERIFY(missing.out.isEmpty());
+        const QByteArray file = tree.file("file.iso", 2 * MiB);
+        const ProcessOutput notFolder = runRavelinth({"scan", file, "--json"});
+        QCOMPARE(notFolder.exitCode, 1);
+        QCOMPARE(notFolder.err.trimmed(), "Not a folder: " + file);
+        QVERIFY(notFolder.out.isEmpty());
 
         QCOMPARE(runRavelinth({"scan"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--min-size-mb", "-3"}).exitCode, 2);

@@ -5,7 +5,25 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+#include <clocale>
+
 using namespace ravelinth;
+
+namespace {
+
+// Switches the C library to de_DE.UTF-8, first compiling that locale into a folder of the test's
+// own when the system has not generated it.
+bool useGermanLocale() {
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        return true;
+    static QTemporaryDir compiled;
+    const QString target = compiled.path() + u"/de_DE.UTF-8"_qs;
+    QProcess::execute(u"localedef"_qs, {u"-i"_qs, u"de_DE"_qs, u"-f"_qs, u"UTF-8"_qs, target});
+    qputenv("LOCPATH", QFile::encodeName(compiled.path()));
+    return std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
+}
+
+} // namespace
 
 // The byte-count vectors come from the reference table shipped beside the project, so the
 // formatter is checked against every row of it rather than a hand-copied subset.
@@ -64,6 +82,18 @@ private slots:
                  u"\u2705 Found 42 files (1.2 MB) in 3.2s"_qs);
         QCOMPARE(ScanState::completed(12345, 0, 0.04).statusMessage(),
                  u"\u2705 Found 12345 files (Zero KB) in 0.0s"_qs);
+    }
+
+    // Under a locale whose decimal separator is a comma, a duration still reads "3.2s".
+    void durationsIgnoreTheLocalesDecimalSeparator() {
+        QVERIFY2(useGermanLocale(), "no de_DE.UTF-8 locale, and localedef could not make one");
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        const QString message = ScanState::completed(1, 0, 3.24).statusMessage();
+        const QString half = formatOneDecimal(0.25);
+        std::setlocale(LC_ALL, "C.UTF-8");
+        QLocale::setDefault(QLocale::c());
+        QCOMPARE(message, u"\u2705 Found 1 files (Zero KB) in 3.2s"_qs);
+        QCOMPARE(half, u"0.2"_qs);
     }
 
     void scanningMessageGroupsItsCountWithTheLocale() {

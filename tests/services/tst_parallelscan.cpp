@@ -153,7 +153,7 @@ private slots:
         for (const bool hidden : {false, true}) {
             platform::WalkOptions options;
             options.skipHiddenEntries = !hidden;
-            options.isPruned = makeScanPruning(true);
+            addScanPruning(options, true);
             const QList<Seen> expected = serialWalk(tree.root(), options);
             QVERIFY2(expected.size() > 1000, QByteArray::number(expected.size()));
             int handOffs = 0;

@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <filesystem>
 #include <sys/stat.h>
 
 using namespace ravelinth;
@@ -41,6 +42,21 @@ bool waitForTable(RavelinthViewModel &model) {
             return true;
         },
         10000);
+}
+
+// True while this process holds a descriptor at or below `root`, as a walk of it does. A path
+// too long for the kernel to name is counted, since only a walk reaches that deep.
+bool holdsDescriptorsUnder(const QByteArray &root) {
+    std::error_code error;
+    for (const auto &fd : std::filesystem::directory_iterator("/proc/self/fd", error)) {
+        const std::string target = std::filesystem::read_symlink(fd.path(), error).native();
+        if (error == std::errc::filename_too_long)
+            return true;
+        if (!error &&
+            (target == root.toStdString() || target.starts_with(root.toStdString() + '/')))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -131,6 +147,14 @@ private slots:
         QVERIFY(model.selectedFiles().isEmpty());
         QVERIFY(waitForCompletion(model));
         QCOMPARE(model.files().first().displayName(), u".hidden.mkv"_qs);
+
+        // A path that is no folder fails, so the window's alert shows why.
+        model.setScanPath(QFile::decodeName(tree.path("big.mkv")));
+        model.startScan();
+        QVERIFY(waitForCompletion(model));
+        const QString message = u"Not a folder: "_qs + QFile::decodeName(tree.path("big.mkv"));
+        QCOMPARE(model.scanState(), ScanState::error(message));
+        QCOMPARE(model.errorMessage(), std::optional<QString>(message));
     }
 
     // Stop shows "cancelled" at once, then the partial result of a walk that really stopped.
@@ -152,6 +176,29 @@ private slots:
         const qint64 found = model.scanState().as<scanstate::Completed>()->filesFound;
         QVERIFY2(found < 30000, "the scan finished before the stop reached it");
         QCOMPARE(model.files().size(), found);
+    }
+
+    // A stopped scan of a big tree may end after a newer scan of a small one has finished; what
+    // the stopped one found must not replace the newer result.
+    void aStoppedScanNeverOverwritesANewerOne() {
+        TestTree big;
+        big.deepChain("chain", 10000, "d", "deep.iso", 2 * MiB);
+        TestTree small;
+        small.file("small.iso", 2 * MiB);
+        RavelinthViewModel model;
+        model.setMinFileSizeMB(1);
+        model.setScanPath(QFile::decodeName(big.root()));
+        model.startScan();
+        QCoreApplication::processEvents(); // the scan's task begins and reads its path
+        model.stopScan();
+        model.setScanPath(QFile::decodeName(small.root()));
+        model.startScan();
+        QVERIFY(waitForCompletion(model));
+        // The stopped walk ends; its result, if it were written, would follow at once.
+        QVERIFY(QTest::qWaitFor([&] { return !holdsDescriptorsUnder(big.root()); }, 60000));
+        QTest::qWait(100);
+        QCOMPARE(namesOf(model.files()), QStringList{u"small.iso"_qs});
+        QCOMPARE(model.scanState().as<scanstate::Completed>()->filesFound, 1);
     }
 
     void theListIsFilteredSearchedAndSorted() {

@@ -1,0 +1,15 @@
+#include "models/DisplayText.h"
+
+#include <QStringDecoder>
+
+namespace ravelinth {
+
+QString displayText(QByteArrayView bytes) {
+    if (!bytes.startsWith("\xEF\xBB\xBF"))
+        return QString::fromUtf8(bytes);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
+    return decoder.decode(bytes);
+}
+
+} // namespace ravelinth

@@ -60,6 +60,12 @@ bool isRegularFile(const QByteArray &path) {
     return ::lstat(path.constData(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
+bool isSharedStickyFolder(const QByteArray &path) {
+    struct stat info {};
+    return ::lstat(path.constData(), &info) == 0 && (info.st_mode & S_ISVTX) &&
+           (info.st_mode & S_IWOTH);
+}
+
 bool isTrashFolderName(const QByteArray &name) {
     if (name == ".Trash")
         return true;
@@ -81,6 +87,10 @@ bool isProtectedLocation(const ResolvedEntry &entry) {
         if (isUnder(entry.path, folder))
             return true;
     }
+    // A folder every user may write into, with the sticky bit (/var/tmp, a shared drop folder),
+    // holds other users' files: they may each remove their own, never the folder.
+    if (entry.isFolder && isSharedStickyFolder(entry.path))
+        return true;
     QList<QByteArray> userFolders{QFile::encodeName(platform::homeDirectory())};
     for (const QString &folder : platform::standardUserFolders())
         userFolders.append(QFile::encodeName(folder));

@@ -11,7 +11,8 @@ namespace ravelinth {
 
 // True for what the program must never move to the Trash, whoever runs it: the root folder and
 // every folder or link directly under it, the home folder itself, the user's standard folders
-// themselves (Documents, Downloads, ...), the top folder of any mounted file system, and
+// themselves (Documents, Downloads, ...), the top folder of any mounted file system, folders
+// shared by every user (world-writable with the sticky bit, such as /var/tmp), and
 // everything under the system folders (/usr, /bin, /sbin, /lib*, /etc, /boot, /dev, /proc,
 // /sys). The entry is judged by where the kernel put it, and folders are also recognised by
 // identity, so a link or a bind mount that reaches one from elsewhere is no way around it.

@@ -96,6 +96,9 @@ class ProtectedLocationsTest : public QObject {
             QDir().mkpath(QFile::decodeName(home + '/' + name));
             paths << home + '/' + name;
         }
+        // Folders every user writes into: /var/tmp, or a shared drop folder anywhere.
+        paths << "/var/tmp" << tree.folder("drop");
+        ::chmod(tree.path("drop").constData(), 01777);
         tree.folder("sub");
         paths << tree.symlink("/etc", "etc-link") + "/hosts"
               << tree.symlink("/", "root-link") + "/usr"

@@ -2,13 +2,12 @@
 
 #include "platform/StandardLocations.h"
 #include "platform/StorageReport.h"
+#include "utility/SerialQueue.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QThreadPool>
-#include <QtConcurrent>
 
 namespace ravelinth {
 
@@ -119,20 +118,16 @@ DiskInfoOutcome DiskInfoService::parseFindmntReport(const QByteArray &json) {
 
 struct DiskInfoService::Private {
     // One query at a time, off the caller's thread.
-    QThreadPool pool;
+    SerialQueue queue;
 };
 
 DiskInfoService::DiskInfoService(QObject *parent)
-    : QObject(parent), d(std::make_unique<Private>()) {
-    d->pool.setMaxThreadCount(1);
-}
+    : QObject(parent), d(std::make_unique<Private>()) {}
 
-DiskInfoService::~DiskInfoService() {
-    d->pool.waitForDone();
-}
+DiskInfoService::~DiskInfoService() = default;
 
 QFuture<DiskInfoOutcome> DiskInfoService::getSystemProfilerDiskInfo() {
-    return QtConcurrent::run(&d->pool, []() -> DiskInfoOutcome {
+    return d->queue.run([]() -> DiskInfoOutcome {
         const auto output = platform::runStorageReport(reportTimeLimit);
         if (!output)
             return DiskInfoError(DiskInfoError::platform, output.error());
@@ -145,7 +140,7 @@ QFuture<DiskInfoOutcome> DiskInfoService::getSystemProfilerDiskInfo() {
 }
 
 QFuture<DiskInfoOutcome> DiskInfoService::getFileManagerDiskInfo() {
-    return QtConcurrent::run(&d->pool, []() -> DiskInfoOutcome {
+    return d->queue.run([]() -> DiskInfoOutcome {
         const platform::FileSystemCapacity capacity =
             platform::fileSystemCapacity(QFile::encodeName(platform::homeDirectory()));
         if (!capacity.ok)

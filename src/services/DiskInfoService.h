@@ -32,8 +32,8 @@ using DiskInfoOutcome = Expected<DiskInfo, DiskInfoError>;
 
 // Reads the boot volume's capacity on a worker thread of its own; one query at a time.
 // Both operations return at once; continue their futures on the main thread with
-// `future.then(context, ...)`. A report command still running after five seconds is killed and
-// its query ends with a platform error, so the caller moves on to the file-system attributes.
+// `whenFinished(future, context, ...)`. A report command still running after five seconds is killed
+// and its query ends with a platform error, so the caller moves on to the file-system attributes.
 class DiskInfoService : public QObject {
     Q_OBJECT
 

@@ -44,9 +44,9 @@ using ScanProgressHandler = std::function<void(qint64, qint64, const QString &)>
 // configured size. However many threads walk, the result is that of one depth-first walk.
 //
 // scan() returns at once. The future finishes with the ScanResult (or the error) once the walk
-// is done; continue it on the main thread with `future.then(context, ...)`. Every 100 counted
-// files the progress handler is queued to the thread that called scan() (the main thread); the
-// walk never waits for it to run.
+// is done; continue it on the main thread with `whenFinished(future, context, ...)`. Every 100
+// counted files the progress handler is queued to the thread that called scan() (the main thread);
+// the walk never waits for it to run.
 //
 // A relative path is taken from the working folder at the call, so the result's paths are all
 // absolute.

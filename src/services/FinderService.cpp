@@ -4,6 +4,7 @@
 #include "platform/SessionBusProbe.h"
 #include "platform/StandardLocations.h"
 #include "platform/WorkingFolder.h"
+#include "utility/WhenFinished.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -52,11 +53,11 @@ void FinderService::revealInFinder(const QList<QByteArray> &paths) {
     const QDeadlineTimer deadline(revealTimeLimitMs);
     // Qt connects to the session bus on the calling thread and waits there for the bus's first
     // answer, so whether the bus speaks is asked off this thread first.
-    QtConcurrent::run([] {
-        return platform::sessionBusAnswers(QDeadlineTimer(busProbeLimitMs));
-    }).then(this, [this, absolute, deadline](bool busAnswers) {
-        showItems(absolute, busAnswers, deadline);
-    });
+    whenFinished(QtConcurrent::run(
+                     [] { return platform::sessionBusAnswers(QDeadlineTimer(busProbeLimitMs)); }),
+                 this, [this, absolute, deadline](bool busAnswers) {
+                     showItems(absolute, busAnswers, deadline);
+                 });
 }
 
 void FinderService::showItems(const QList<QByteArray> &paths, bool busAnswers,

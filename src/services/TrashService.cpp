@@ -3,9 +3,7 @@
 #include "models/FileItem.h"
 #include "platform/Trash.h"
 #include "services/ProtectedLocations.h"
-
-#include <QThreadPool>
-#include <QtConcurrent>
+#include "utility/SerialQueue.h"
 
 namespace ravelinth {
 
@@ -18,16 +16,12 @@ QString TrashError::description() const {
 
 struct TrashService::Private {
     // Moves happen one after another, in the order they were asked for.
-    QThreadPool pool;
+    SerialQueue queue;
 };
 
-TrashService::TrashService(QObject *parent) : QObject(parent), d(std::make_unique<Private>()) {
-    d->pool.setMaxThreadCount(1);
-}
+TrashService::TrashService(QObject *parent) : QObject(parent), d(std::make_unique<Private>()) {}
 
-TrashService::~TrashService() {
-    d->pool.waitForDone();
-}
+TrashService::~TrashService() = default;
 
 namespace {
 
@@ -71,12 +65,11 @@ QList<TrashResult> TrashService::moveToTrashNow(const QList<QByteArray> &paths) 
 }
 
 QFuture<TrashMoveOutcome> TrashService::moveToTrash(QByteArray path) {
-    return QtConcurrent::run(&d->pool, [path = std::move(path)] { return moveToTrashNow(path); });
+    return d->queue.run([path = std::move(path)] { return moveToTrashNow(path); });
 }
 
 QFuture<QList<TrashResult>> TrashService::moveToTrash(QList<QByteArray> paths) {
-    return QtConcurrent::run(&d->pool,
-                             [paths = std::move(paths)] { return moveToTrashNow(paths); });
+    return d->queue.run([paths = std::move(paths)] { return moveToTrashNow(paths); });
 }
 
 } // namespace ravelinth

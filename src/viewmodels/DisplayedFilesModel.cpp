@@ -1,7 +1,7 @@
 #include "viewmodels/DisplayedFilesModel.h"
 
 #include "models/ByteCountFormatter.h"
-#include "services/BackgroundRelease.h"
+#include "utility/BackgroundRelease.h"
 
 namespace ravelinth {
 

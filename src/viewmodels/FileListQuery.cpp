@@ -2,7 +2,7 @@
 
 #include "models/AsciiText.h"
 #include "platform/NameSortKeys.h"
-#include "services/ParallelHalves.h"
+#include "utility/ParallelHalves.h"
 
 #include <algorithm>
 #include <array>

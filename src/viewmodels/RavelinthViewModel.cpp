@@ -3,19 +3,19 @@
 #include "models/ByteCountFormatter.h"
 #include "models/CheckedMath.h"
 #include "models/RelativeDateFormatter.h"
-#include "services/BackgroundRelease.h"
 #include "services/DiskInfoService.h"
 #include "services/FileScannerService.h"
 #include "services/FinderService.h"
 #include "services/TrashService.h"
+#include "utility/BackgroundRelease.h"
+#include "utility/SerialQueue.h"
+#include "utility/WhenFinished.h"
 #include "viewmodels/FileListQuery.h"
 #include "viewmodels/ScanThreshold.h"
 
 #include <QDir>
 #include <QPointer>
 #include <QPromise>
-#include <QThreadPool>
-#include <QtConcurrent>
 
 #include <algorithm>
 #include <atomic>
@@ -104,11 +104,11 @@ struct RavelinthViewModel::Private {
 
     DisplayedFilesModel *displayedModel = nullptr;
     // Queries run one at a time off the main thread; only the newest one is published.
-    QThreadPool queryPool;
+    SerialQueue queryQueue;
     // The list's orders are worked out once per list, beside the queries: sizes and dates at
     // once, then the names' collation, which is slow. A query that needs them waits for them
     // there instead of doing the same work again.
-    QThreadPool orderPool;
+    SerialQueue orderQueue;
     std::shared_ptr<std::atomic<quint64>> latestQuery = std::make_shared<std::atomic<quint64>>(0);
     quint64 publishedQuery = 0;
     quint64 filesGeneration = 0;
@@ -132,16 +132,14 @@ struct RavelinthViewModel::Private {
 RavelinthViewModel::RavelinthViewModel(QObject *parent)
     : QObject(parent), d(std::make_unique<Private>()) {
     d->displayedModel = new DisplayedFilesModel(d->selection, this);
-    d->queryPool.setMaxThreadCount(1);
-    d->orderPool.setMaxThreadCount(1);
     QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
 }
 
 RavelinthViewModel::~RavelinthViewModel() {
     if (d->scannerService)
         d->scannerService->cancel();
-    d->queryPool.waitForDone();
-    d->orderPool.waitForDone();
+    d->queryQueue.waitForDone();
+    d->orderQueue.waitForDone();
 }
 
 // --- state ---
@@ -320,7 +318,7 @@ void RavelinthViewModel::computeOrders() {
     auto totals = std::make_shared<QPromise<ListTotals>>();
     QFuture<ListTotals> summed = totals->future();
     totals->start();
-    d->orderPool.start([files, base, named, totals, sumsTotals] {
+    d->orderQueue.run([files, base, named, totals, sumsTotals] {
         if (sumsTotals)
             totals->addResult(sumTotals(files));
         totals->finish();
@@ -342,15 +340,15 @@ void RavelinthViewModel::computeOrders() {
             d->baseOrders = d->namedOrders;
     };
     if (sumsTotals) {
-        summed.then(this, [this, generation](const ListTotals &result) {
+        whenFinished(summed, this, [this, generation](const ListTotals &result) {
             if (generation != d->filesGeneration)
                 return;
             d->totals = result;
             emit totalsChanged();
         });
     }
-    d->baseOrders.then(this, keep);
-    d->namedOrders.then(this, keep);
+    whenFinished(d->baseOrders, this, keep);
+    whenFinished(d->namedOrders, this, keep);
 }
 
 void RavelinthViewModel::setCategoryStats(QList<CategoryStats> stats) {
@@ -403,7 +401,7 @@ void RavelinthViewModel::requestDisplayedFiles() {
     const QFuture<SharedOrders> orders = byName ? d->namedOrders : d->baseOrders;
     const auto latest = d->latestQuery;
 
-    QtConcurrent::run(&d->queryPool, [files, query, orders, generation, latest]() {
+    QFuture<QueryAnswer> answered = d->queryQueue.run([files, query, orders, generation, latest]() {
         QueryAnswer answer;
         // A newer question is already queued: this answer would be dropped.
         if (*latest != generation) {
@@ -412,7 +410,8 @@ void RavelinthViewModel::requestDisplayedFiles() {
         }
         answer.rows = queryFileList(files, query, *QFuture<SharedOrders>(orders).result());
         return answer;
-    }).then(this, [this, files, generation, filesGeneration](QueryAnswer answer) {
+    });
+    whenFinished(answered, this, [this, files, generation, filesGeneration](QueryAnswer answer) {
         if (answer.skipped || generation != *d->latestQuery)
             return;
         d->displayedModel->publish(files, std::move(answer.rows), filesGeneration);
@@ -459,25 +458,25 @@ QFuture<void> RavelinthViewModel::refreshDiskInfo() {
     auto promise = std::make_shared<QPromise<void>>();
     promise->start();
     QFuture<void> done = promise->future();
-    d->diskInfoService.getSystemProfilerDiskInfo().then(
-        this, [this, promise](const DiskInfoOutcome &preferred) {
-            if (preferred) {
-                d->diskInfo = *preferred;
-                emit diskInfoChanged();
-                promise->finish();
-                return;
-            }
-            d->diskInfoService.getFileManagerDiskInfo().then(
-                this, [this, promise](const DiskInfoOutcome &fallback) {
-                    if (fallback) {
-                        d->diskInfo = *fallback;
-                        emit diskInfoChanged();
-                    } else {
-                        setErrorMessage(fallback.error().description());
-                    }
-                    promise->finish();
-                });
-        });
+    whenFinished(d->diskInfoService.getSystemProfilerDiskInfo(), this,
+                 [this, promise](const DiskInfoOutcome &preferred) {
+                     if (preferred) {
+                         d->diskInfo = *preferred;
+                         emit diskInfoChanged();
+                         promise->finish();
+                         return;
+                     }
+                     whenFinished(d->diskInfoService.getFileManagerDiskInfo(), this,
+                                  [this, promise](const DiskInfoOutcome &fallback) {
+                                      if (fallback) {
+                                          d->diskInfo = *fallback;
+                                          emit diskInfoChanged();
+                                      } else {
+                                          setErrorMessage(fallback.error().description());
+                                      }
+                                      promise->finish();
+                                  });
+                 });
     return done;
 }
 
@@ -522,7 +521,7 @@ void RavelinthViewModel::startScan() {
             // A task cancelled before it began still runs, but stops at its first report.
             if (task->isCancelled)
                 scanner->cancel();
-            scan.then(this, [this, scanner, task](const ScanOutcome &outcome) {
+            whenFinished(scan, this, [this, scanner, task](const ScanOutcome &outcome) {
                 // A stopped scan may still show what it found, but only until another scan
                 // starts: a late partial list must not replace a newer scan's results.
                 if (task != d->scanTask)
@@ -562,12 +561,11 @@ void RavelinthViewModel::stopScan() {
 }
 
 void RavelinthViewModel::browsePath() {
-    FinderService::shared()
-        .selectFolder(u"Select Folder to Scan"_qs, d->scanPath)
-        .then(this, [this](const std::optional<QString> &path) {
-            if (path)
-                setScanPath(*path);
-        });
+    whenFinished(FinderService::shared().selectFolder(u"Select Folder to Scan"_qs, d->scanPath),
+                 this, [this](const std::optional<QString> &path) {
+                     if (path)
+                         setScanPath(*path);
+                 });
 }
 
 // --- the deletion workflow ---
@@ -576,38 +574,40 @@ void RavelinthViewModel::moveSelectedToTrash() {
     QList<QByteArray> paths;
     for (const FileItem &file : selectedFileItems())
         paths.append(file.path);
-    d->trashService.moveToTrash(paths).then(this, [this](const QList<TrashResult> &results) {
-        QSet<QByteArray> moved;
-        for (const TrashResult &result : results) {
-            if (const auto *success = std::get_if<TrashSuccess>(&result))
-                moved.insert(success->originalPath);
-        }
-        if (!moved.isEmpty()) {
-            QList<FileItem> remaining;
-            remaining.reserve(d->files.size());
-            for (const FileItem &file : std::as_const(d->files)) {
-                if (!moved.contains(file.path))
-                    remaining.append(file);
-            }
-            setFiles(std::move(remaining));
-        }
-        setSelectedFiles({});
-        refreshDiskInfo().then(this, [this] { updateCategoryStats(); });
-    });
+    whenFinished(d->trashService.moveToTrash(paths), this,
+                 [this](const QList<TrashResult> &results) {
+                     QSet<QByteArray> moved;
+                     for (const TrashResult &result : results) {
+                         if (const auto *success = std::get_if<TrashSuccess>(&result))
+                             moved.insert(success->originalPath);
+                     }
+                     if (!moved.isEmpty()) {
+                         QList<FileItem> remaining;
+                         remaining.reserve(d->files.size());
+                         for (const FileItem &file : std::as_const(d->files)) {
+                             if (!moved.contains(file.path))
+                                 remaining.append(file);
+                         }
+                         setFiles(std::move(remaining));
+                     }
+                     setSelectedFiles({});
+                     whenFinished(refreshDiskInfo(), this, [this] { updateCategoryStats(); });
+                 });
 }
 
 void RavelinthViewModel::moveToTrash(const FileItem &file) {
     const QUuid id = file.id;
-    d->trashService.moveToTrash(file.path).then(this, [this, id](const TrashMoveOutcome &outcome) {
-        if (!outcome) {
-            setErrorMessage(outcome.error().description());
-            return;
-        }
-        QList<FileItem> remaining = d->files;
-        remaining.removeIf([&](const FileItem &entry) { return entry.id == id; });
-        setFiles(std::move(remaining));
-        refreshDiskInfo().then(this, [this] { updateCategoryStats(); });
-    });
+    whenFinished(d->trashService.moveToTrash(file.path), this,
+                 [this, id](const TrashMoveOutcome &outcome) {
+                     if (!outcome) {
+                         setErrorMessage(outcome.error().description());
+                         return;
+                     }
+                     QList<FileItem> remaining = d->files;
+                     remaining.removeIf([&](const FileItem &entry) { return entry.id == id; });
+                     setFiles(std::move(remaining));
+                     whenFinished(refreshDiskInfo(), this, [this] { updateCategoryStats(); });
+                 });
 }
 
 void RavelinthViewModel::revealSelectedInFinder() {

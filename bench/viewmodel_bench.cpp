@@ -138,7 +138,7 @@ int main(int argc, char **argv) {
     std::printf("%-46s %9.1f %11.1f %9d\n", "select all (synchronous)", selectMs, selectMs,
                 model.selectedCount());
     clock.restart();
-    model.clearSelection();
+    model.setSelectedFiles({});
     std::printf("%-46s %9.1f %11.1f %9d\n", "clear selection", double(clock.nsecsElapsed()) / 1e6,
                 double(clock.nsecsElapsed()) / 1e6, model.selectedCount());
 

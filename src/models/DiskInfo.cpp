@@ -13,4 +13,8 @@ DiskInfo DiskInfo::make(QString name, QString mountPoint, qint64 totalBytes, qin
                     freeBytes};
 }
 
+double DiskInfo::usagePercent() const {
+    return totalBytes > 0 ? double(usedBytes) / double(totalBytes) * 100.0 : 0.0;
+}
+
 } // namespace ravelinth

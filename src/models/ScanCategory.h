@@ -3,6 +3,7 @@
 #include "models/Color.h"
 
 #include <QByteArrayView>
+#include <QObject>
 #include <QString>
 #include <QStringView>
 
@@ -15,6 +16,8 @@ namespace ravelinth {
 // One of the nine kinds a kept file is sorted into. Behaves like an enumeration
 // (`ScanCategory c = ScanCategory::video; switch (c) ...`) with the category's data attached.
 class ScanCategory {
+    Q_GADGET
+
 public:
     enum Value : std::uint8_t {
         installer,
@@ -27,6 +30,7 @@ public:
         cache,
         other,
     };
+    Q_ENUM(Value)
     static constexpr int count = 9;
 
     constexpr ScanCategory(Value value = other) : m_value(value) {}

@@ -33,4 +33,37 @@ QString ScanState::statusMessage() const {
         m_value);
 }
 
+QString ScanState::path() const {
+    const auto *state = as<scanstate::Scanning>();
+    return state ? state->path : QString();
+}
+double ScanState::filesScanned() const {
+    const auto *state = as<scanstate::Scanning>();
+    return state ? double(state->filesScanned) : 0.0;
+}
+double ScanState::bytesScanned() const {
+    const auto *state = as<scanstate::Scanning>();
+    return state ? double(state->bytesScanned) : 0.0;
+}
+QString ScanState::currentFile() const {
+    const auto *state = as<scanstate::Scanning>();
+    return state ? state->currentFile : QString();
+}
+double ScanState::filesFound() const {
+    const auto *state = as<scanstate::Completed>();
+    return state ? double(state->filesFound) : 0.0;
+}
+double ScanState::totalSize() const {
+    const auto *state = as<scanstate::Completed>();
+    return state ? double(state->totalSize) : 0.0;
+}
+double ScanState::duration() const {
+    const auto *state = as<scanstate::Completed>();
+    return state ? state->duration : 0.0;
+}
+QString ScanState::message() const {
+    const auto *state = as<scanstate::Error>();
+    return state ? state->message : QString();
+}
+
 } // namespace ravelinth

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "models/ScanPhase.h"
+
+#include <QObject>
 #include <QString>
 
 #include <variant>
@@ -33,7 +36,24 @@ struct Cancelled {
 } // namespace scanstate
 
 // Where scanning stands. Equal only when the case and every payload field are equal.
+//
+// The window reads it through the properties below: the phase, and each case's fields, which
+// read as zero or empty in the other cases. Counts are doubles there, which hold every count a
+// disk can reach exactly.
 class ScanState {
+    Q_GADGET
+    Q_PROPERTY(ravelinth::ScanPhase::Value phase READ phase CONSTANT)
+    Q_PROPERTY(QString statusMessage READ statusMessage CONSTANT)
+    Q_PROPERTY(bool isScanning READ isScanning CONSTANT)
+    Q_PROPERTY(QString path READ path CONSTANT)
+    Q_PROPERTY(double filesScanned READ filesScanned CONSTANT)
+    Q_PROPERTY(double bytesScanned READ bytesScanned CONSTANT)
+    Q_PROPERTY(QString currentFile READ currentFile CONSTANT)
+    Q_PROPERTY(double filesFound READ filesFound CONSTANT)
+    Q_PROPERTY(double totalSize READ totalSize CONSTANT)
+    Q_PROPERTY(double duration READ duration CONSTANT)
+    Q_PROPERTY(QString message READ message CONSTANT)
+
 public:
     using Value = std::variant<scanstate::Idle, scanstate::Scanning, scanstate::Completed,
                                scanstate::Error, scanstate::Cancelled>;
@@ -63,6 +83,16 @@ public:
 
     // The one-line (two while scanning) status the scanner screen shows.
     QString statusMessage() const;
+
+    ScanPhase::Value phase() const { return ScanPhase::Value(m_value.index()); }
+    QString path() const;
+    double filesScanned() const;
+    double bytesScanned() const;
+    QString currentFile() const;
+    double filesFound() const;
+    double totalSize() const;
+    double duration() const;
+    QString message() const;
 
     bool operator==(const ScanState &) const = default;
 

@@ -5,7 +5,6 @@
 #include "SelectAllPassThrough.h"
 #include "TextFormat.h"
 #include "services/FinderService.h"
-#include "viewmodels/FileActions.h"
 #include "viewmodels/NotificationCenter.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/RavelinthViewModel.h"
@@ -18,7 +17,6 @@ void registerViewTypes() {
     static const char *const uri = "Ravelinth";
     qmlRegisterType<RavelinthViewModel>(uri, 1, 0, "RavelinthViewModel");
     qmlRegisterType<Preferences>(uri, 1, 0, "Preferences");
-    qmlRegisterType<FileActions>(uri, 1, 0, "FileActions");
     qmlRegisterType<SelectAllPassThrough>(uri, 1, 0, "SelectAllPassThrough");
     qmlRegisterUncreatableType<NotificationCenter>(uri, 1, 0, "NotificationCenter",
                                                    u"Reached through AppContext"_qs);

@@ -1,6 +1,10 @@
 #include "TestTree.h"
+#include "viewmodels/CategoryStatsModel.h"
+#include "viewmodels/DiskInfoController.h"
+#include "viewmodels/FileListModel.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/RavelinthViewModel.h"
+#include "viewmodels/SelectionController.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -32,11 +36,11 @@ bool waitForTable(RavelinthViewModel &model) {
     return QTest::qWaitFor(
         [&] {
             const QList<FileItem> expected = model.displayedFiles();
-            QAbstractItemModel *table = model.displayedFilesModel();
+            const FileListModel *table = model.fileList();
             if (table->rowCount() != expected.size())
                 return false;
             for (int row = 0; row < expected.size(); ++row) {
-                if (model.fileIdAt(row) != expected[row].id.toString(QUuid::WithoutBraces))
+                if (table->fileIdAt(row) != expected[row].id.toString(QUuid::WithoutBraces))
                     return false;
             }
             return true;
@@ -112,7 +116,7 @@ private slots:
         tree.file(".hidden.mkv", 9 * MiB);
 
         RavelinthViewModel model;
-        QSignalSpy disk(&model, &RavelinthViewModel::diskInfoChanged);
+        QSignalSpy disk(model.disk(), &DiskInfoController::infoChanged);
         QTRY_VERIFY(disk.size() == 1);
         model.setScanPath(u"/nonexistent-before-the-task-begins"_qs);
         model.setMinFileSizeMB(0.5);
@@ -236,7 +240,7 @@ private slots:
         model.setCategoryFilter(std::nullopt);
         model.setSearchText(QString());
         QVERIFY(waitForTable(model));
-        model.toggleSelected(0);
+        model.selection()->toggle(0);
         model.setCategoryFilter(ScanCategory::archive);
         QVERIFY(waitForTable(model));
         model.selectAll();
@@ -245,8 +249,8 @@ private slots:
         QVERIFY(waitForTable(model));
         QCOMPARE(model.selectedFileItems().size(), 3);
         QCOMPARE(model.displayedCount(), 1);
-        QVERIFY(model.isRowSelected(0));
-        QCOMPARE(model.clickedSet(0).size(), 3);
+        QVERIFY(model.selection()->isSelected(0));
+        QCOMPARE(model.selection()->clickedSet(0).size(), 3);
     }
 
     void trashingFollowsTheListAndTheSelection() {
@@ -269,7 +273,7 @@ private slots:
                 selection.insert(file.id);
         }
         model.setSelectedFiles(selection);
-        QSignalSpy stats(&model, &RavelinthViewModel::categoryStatsChanged);
+        QSignalSpy stats(model.categoryStatsModel(), &CategoryStatsModel::statsChanged);
         model.moveSelectedToTrash();
         QVERIFY(stats.wait(10000));
         QCOMPARE(namesOf(model.files()), (QStringList{u"gone.iso"_qs, u"keep.mov"_qs}));

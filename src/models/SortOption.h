@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -10,6 +11,8 @@ namespace ravelinth {
 
 // The six orders of the file list, in picker order; the raw value is the display name.
 class SortOption {
+    Q_GADGET
+
 public:
     enum Value {
         sizeDescending,
@@ -19,6 +22,7 @@ public:
         dateNewest,
         dateOldest
     };
+    Q_ENUM(Value)
     static constexpr int count = 6;
 
     constexpr SortOption(Value value = sizeDescending) : m_value(value) {}

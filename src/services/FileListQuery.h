@@ -1,7 +1,7 @@
 #pragma once
 
 #include "models/FileItem.h"
-#include "viewmodels/SortOption.h"
+#include "models/SortOption.h"
 
 #include <QList>
 #include <QString>

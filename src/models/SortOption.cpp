@@ -1,4 +1,4 @@
-#include "viewmodels/SortOption.h"
+#include "models/SortOption.h"
 
 namespace ravelinth {
 

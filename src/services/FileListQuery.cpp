@@ -1,4 +1,4 @@
-#include "viewmodels/FileListQuery.h"
+#include "services/FileListQuery.h"
 
 #include "models/AsciiText.h"
 #include "platform/NameSortKeys.h"

@@ -1,7 +1,7 @@
 // The list query answers from orders made once per list; every sort, with or without a filter,
 // must equal a plain stable sort of the filtered files, ties in list order.
 
-#include "viewmodels/FileListQuery.h"
+#include "services/FileListQuery.h"
 
 #include <QCollator>
 #include <QtTest>

@@ -1,5 +1,5 @@
 #include "TestTree.h"
-#include "viewmodels/FileActions.h"
+#include "viewmodels/FileOperations.h"
 #include "viewmodels/RavelinthViewModel.h"
 
 #include <QClipboard>
@@ -32,7 +32,7 @@ QByteArray bytesOf(const QUrl &url) {
 
 // The context menu's actions reach the desktop with each file's exact path bytes, including a
 // folder and a name that are not UTF-8.
-class FileActionsTest : public QObject {
+class FileOperationsTest : public QObject {
     Q_OBJECT
 
     // One for the whole run: GLib reads XDG_DATA_HOME once per process.
@@ -51,8 +51,7 @@ class FileActionsTest : public QObject {
     }
 
     // The actions, on a model that has scanned the tree.
-    void prepare(RavelinthViewModel &model, FileActions &actions) {
-        actions.setViewModel(&model);
+    void prepare(RavelinthViewModel &model) {
         model.setScanPath(QFile::decodeName(tree.root()));
         model.setMinFileSizeMB(1);
         model.startScan();
@@ -74,8 +73,8 @@ private slots:
 
     void existingKeepsListOrderAndDropsUnknownIds() {
         RavelinthViewModel model;
-        FileActions actions;
-        prepare(model, actions);
+        prepare(model);
+        FileOperations &actions = *model.operations();
         const QString odd = idOf(model, oddPath);
         const QString plain = idOf(model, plainPath);
         QVERIFY(!odd.isEmpty() && !plain.isEmpty());
@@ -87,8 +86,8 @@ private slots:
 
     void openAndRevealUseTheExactBytes() {
         RavelinthViewModel model;
-        FileActions actions;
-        prepare(model, actions);
+        prepare(model);
+        FileOperations &actions = *model.operations();
         const QString odd = idOf(model, oddPath);
 
         actions.open({odd});
@@ -104,8 +103,8 @@ private slots:
 
     void copyPathTakesOnlyTheFirstFile() {
         RavelinthViewModel model;
-        FileActions actions;
-        prepare(model, actions);
+        prepare(model);
+        FileOperations &actions = *model.operations();
         QGuiApplication::clipboard()->setText(u"before"_qs);
         actions.copyPath({});
         QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_qs);
@@ -116,8 +115,8 @@ private slots:
     // The last test: it moves the files away.
     void zMoveToTrashMovesEachFileAndLeavesTheRestSelected() {
         RavelinthViewModel model;
-        FileActions actions;
-        prepare(model, actions);
+        prepare(model);
+        FileOperations &actions = *model.operations();
         model.selectAll();
         QTRY_COMPARE(model.selectedCount(), 2);
         actions.moveToTrash({idOf(model, oddPath)});
@@ -128,5 +127,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(FileActionsTest)
-#include "tst_fileactions.moc"
+QTEST_MAIN(FileOperationsTest)
+#include "tst_fileoperations.moc"

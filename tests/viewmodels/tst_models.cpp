@@ -1,0 +1,134 @@
+// The two item models the window draws from, each under QAbstractItemModelTester, which checks
+// every signal and answer against the item-model contract while the test changes the model.
+
+#include "viewmodels/CategoryStatsModel.h"
+#include "viewmodels/FileListModel.h"
+#include "viewmodels/SelectionController.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace ravelinth;
+
+namespace {
+
+constexpr qint64 MiB = 1024 * 1024;
+
+QList<FileItem> sampleFiles() {
+    return {
+        FileItem::make("/data/movie.mkv", 900 * MiB, 3000, ScanCategory::video),
+        FileItem::make("/data/setup.iso", 700 * MiB, 1000, ScanCategory::installer),
+        FileItem::make("/data/Archive.zip", 300 * MiB, 2000, ScanCategory::archive),
+        FileItem::make("/data/notes.pdf", 200 * MiB, 4000, ScanCategory::document),
+    };
+}
+
+QStringList shownNames(const FileListModel &model) {
+    QStringList names;
+    for (int row = 0; row < model.rowCount(); ++row)
+        names.append(model.index(row, FileListModel::NameColumn).data().toString());
+    return names;
+}
+
+bool waitForRows(const FileListModel &model, int rows) {
+    return QTest::qWaitFor([&] { return model.rowCount() == rows; }, 10000);
+}
+
+} // namespace
+
+class ModelsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void categoryStatsAreLargestFirstWithEveryRole() {
+        CategoryStatsModel model;
+        QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.countFiles(sampleFiles() + QList<FileItem>{FileItem::make("/data/b.zip", 500 * MiB, 0,
+                                                                        ScanCategory::archive)});
+        QCOMPARE(model.rowCount(), 4);
+        const auto at = [&](int row, int role) { return model.index(row).data(role); };
+        // Archives add up to 800 MiB, ahead of the single 700 MiB installer.
+        QCOMPARE(at(0, CategoryStatsModel::NameRole).toString(), u"Videos"_qs);
+        QCOMPARE(at(1, CategoryStatsModel::CategoryRole).toInt(), int(ScanCategory::archive));
+        QCOMPARE(at(1, CategoryStatsModel::FileCountRole).toInt(), 2);
+        QCOMPARE(at(1, CategoryStatsModel::TotalSizeRole).toDouble(), 800.0 * MiB);
+        QCOMPARE(at(2, Qt::DisplayRole).toString(), u"Installers"_qs);
+        QVERIFY(at(3, CategoryStatsModel::ColorRole).value<QColor>().isValid());
+        model.setStats({});
+        QCOMPARE(model.count(), 0);
+    }
+
+    void fileListFollowsSortFilterAndSearch() {
+        FileListModel model;
+        QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(model.columnCount(), 6);
+        const QStringList titles{u""_qs,         u"Name"_qs,     u"Size"_qs,
+                                 u"Category"_qs, u"Modified"_qs, u"Status"_qs};
+        for (int column = 0; column < 6; ++column)
+            QCOMPARE(model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(),
+                     titles[column]);
+
+        model.setFiles(sampleFiles());
+        QVERIFY(waitForRows(model, 4));
+        QCOMPARE(shownNames(model), (QStringList{u"movie.mkv"_qs, u"setup.iso"_qs,
+                                                 u"Archive.zip"_qs, u"notes.pdf"_qs}));
+        QCOMPARE(model.property("totalScannedSize").toDouble(), 2100.0 * MiB);
+        // Installers and archives are potential savings.
+        QCOMPARE(model.property("potentialSavingsFileCount").toInt(), 2);
+
+        // Clicking a header: the sorted column turns around, another starts its natural way.
+        QSignalSpy sorted(&model, &FileListModel::sortOptionChanged);
+        model.sortByColumn(FileListModel::SizeColumn);
+        QCOMPARE(model.sortOption(), SortOption(SortOption::sizeAscending));
+        model.sortByColumn(FileListModel::NameColumn);
+        QCOMPARE(model.sortOption(), SortOption(SortOption::nameAscending));
+        QVERIFY(model.sortAscending());
+        QCOMPARE(model.sortColumn(), int(FileListModel::NameColumn));
+        model.sortByColumn(FileListModel::ModifiedColumn);
+        QCOMPARE(model.sortOption(), SortOption(SortOption::dateNewest));
+        model.sortByColumn(FileListModel::CategoryColumn); // not sortable
+        QCOMPARE(sorted.size(), 3);
+        QVERIFY(QTest::qWaitFor([&] { return shownNames(model).first() == u"notes.pdf"_qs; }));
+
+        model.setProperty("categoryFilter", int(ScanCategory::archive));
+        QVERIFY(waitForRows(model, 1));
+        QCOMPARE(model.index(0, 0).data(FileListModel::CategoryNameRole).toString(),
+                 u"Archives"_qs);
+        model.setProperty("categoryFilter", -1);
+        QCOMPARE(model.categoryFilter(), std::nullopt);
+        model.setSearchText(u"S"_qs); // case-insensitive: setup.iso, notes.pdf
+        QVERIFY(waitForRows(model, 2));
+        QCOMPARE(model.property("fileCount").toInt(), 4);
+    }
+
+    void selectionFollowsItsFilesIntoANewList() {
+        FileListModel model;
+        QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        SelectionController selection(model);
+        QList<FileItem> files = sampleFiles();
+        model.setFiles(files);
+        QVERIFY(waitForRows(model, 4));
+        selection.selectOnly(1);
+        selection.selectRange(2, 3);
+        QCOMPARE(selection.count(), 3);
+        QVERIFY(model.index(1, 3).data(FileListModel::SelectedRole).toBool());
+        QCOMPARE(selection.clickedSet(0).size(), 1); // an unselected row stands alone
+        QCOMPARE(selection.clickedSet(2).size(), 3);
+
+        files.removeAt(2); // the archive leaves; the other two stay selected
+        model.setFiles(files);
+        QCOMPARE(selection.count(), 2);
+        QVERIFY(waitForRows(model, 3));
+        QVERIFY(!selection.isSelected(0));
+        QVERIFY(selection.isSelected(1) && selection.isSelected(2));
+        selection.clear();
+        QCOMPARE(selection.count(), 0);
+    }
+};
+
+QTEST_MAIN(ModelsTest)
+#include "tst_models.moc"

@@ -50,12 +50,12 @@ stage_asan() {
         ctest --output-on-failure --timeout 900 -j2)
 }
 
-tsan_tests='^(services\.(scanner|parallelscan|hostiletrees)|services\.filelistquery|viewmodels\.(viewmodel|fileoperations|models))$'
+tsan_tests='^(services\.(scanner|parallelscan|hostiletrees|systemtrees|filelistquery)|viewmodels\.(viewmodel|fileoperations|models))$'
 stage_tsan() {
     configure build-tsan -DRAVELINTH_SANITIZE=thread
     # Only what the chosen tests need: the test programs and the command line they start.
     cmake --build build-tsan --target ravelinth tst_services_scanner tst_services_parallelscan \
-        tst_services_hostiletrees tst_viewmodels_viewmodel tst_viewmodels_fileoperations tst_viewmodels_models \
+        tst_services_hostiletrees tst_services_systemtrees tst_viewmodels_viewmodel tst_viewmodels_fileoperations tst_viewmodels_models \
         tst_services_filelistquery
     # setarch -R: ThreadSanitizer's fixed memory layout breaks under the larger address-space
     # randomisation of newer kernels.

@@ -10,7 +10,7 @@
 //
 //   frame_bench TREE
 
-#include "ViewRegistration.h"
+#include "QmlTypes.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/RavelinthViewModel.h"
 
@@ -157,14 +157,14 @@ int main(int argc, char **argv) {
     Preferences().setHasSeenOnboarding(true);
     const QString tree = QString::fromLocal8Bit(argv[1]);
 
-    views::registerViewTypes();
+    RavelinthViewModel viewModel;
+    auto *model = &viewModel;
+    views::RavelinthViewModelForeign::setProvider([model] { return model; });
     QQmlApplicationEngine engine;
-    engine.addImportPath(u"qrc:/"_qs);
-    engine.load(QUrl(u"qrc:/Ravelinth/Main.qml"_qs));
+    engine.load(QUrl(u"qrc:/qt-project.org/imports/Ravelinth/Main.qml"_qs));
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-    auto *model = window ? window->property("viewModel").value<RavelinthViewModel *>() : nullptr;
     QObject *table = window ? window->findChild<QObject *>(u"fileTable"_qs) : nullptr;
-    if (!model || !table) {
+    if (!table) {
         std::fprintf(stderr, "the window did not load\n");
         return 1;
     }

@@ -4,6 +4,7 @@
 //
 //   viewmodel_bench TREE
 
+#include "viewmodels/FileListModel.h"
 #include "viewmodels/RavelinthViewModel.h"
 
 #include <QCoreApplication>
@@ -31,7 +32,7 @@ Timing waitForTable(RavelinthViewModel &model, const std::function<void()> &chan
     bool published = false;
     // A quick answer may be published before the setter even returns.
     const auto connection =
-        QObject::connect(&model, &RavelinthViewModel::displayedFilesChanged, &loop, [&] {
+        QObject::connect(model.fileList(), &FileListModel::rowsPublished, &loop, [&] {
             published = true;
             loop.quit();
         });

@@ -1,6 +1,7 @@
 #include "Application.h"
 
-#include "ViewRegistration.h"
+#include "QmlTypes.h"
+#include "viewmodels/RavelinthViewModel.h"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -41,13 +42,14 @@ int runApplication(int argc, char **argv) {
     QGuiApplication::setApplicationName(u"Ravelinth"_qs);
     QGuiApplication::setApplicationDisplayName(u"Ravelinth"_qs);
 
-    views::registerViewTypes();
+    // The root outlives the engine that shows it.
+    RavelinthViewModel viewModel;
+    views::RavelinthViewModelForeign::setProvider([&viewModel] { return &viewModel; });
     QQmlApplicationEngine engine;
-    engine.addImportPath(u"qrc:/"_qs);
     QObject::connect(
         &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
         [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
-    engine.load(QUrl(u"qrc:/Ravelinth/Main.qml"_qs));
+    engine.load(QUrl(u"qrc:/qt-project.org/imports/Ravelinth/Main.qml"_qs));
     scheduleScreenshot(engine);
     return QGuiApplication::exec();
 }

@@ -1,8 +1,6 @@
 #include "AppContext.h"
 
-#include "models/ByteCountFormatter.h"
 #include "models/PlatformWords.h"
-#include "models/ProgressText.h"
 #include "models/QuickAccessLocation.h"
 #include "services/FinderService.h"
 #include "viewmodels/NotificationCenter.h"
@@ -40,22 +38,6 @@ QString AppContext::words(const QString &text) const {
 
 QString AppContext::shortcutWords(const QString &keys) const {
     return PlatformWords::shortcut(keys);
-}
-
-QString AppContext::formatGroupedInteger(double value) const {
-    return ravelinth::formatGroupedInteger(qint64(value));
-}
-
-QString AppContext::formatByteCount(double bytes) const {
-    return ravelinth::formatByteCount(qint64(bytes));
-}
-
-QString AppContext::lastPathComponent(const QString &path) const {
-    return lastPathComponentText(path);
-}
-
-QString AppContext::shortenedFileName(const QString &name) const {
-    return ravelinth::shortenedFileName(name);
 }
 
 } // namespace ravelinth::views

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 
 namespace ravelinth::views {
 
@@ -12,6 +13,8 @@ namespace ravelinth::views {
 // that menu commands post to, the file manager and folder chooser, and the preset locations.
 class AppContext : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
     Q_PROPERTY(ravelinth::NotificationCenter *notifications READ notifications CONSTANT)
     Q_PROPERTY(ravelinth::FinderService *finder READ finder CONSTANT)
     // [{name, path, icon, color}] in table order
@@ -30,13 +33,6 @@ public:
     Q_INVOKABLE QString words(const QString &text) const;
     // A shortcut as written in help texts ("⌘ ⇧ A" -> "Ctrl Shift A" on Linux).
     Q_INVOKABLE QString shortcutWords(const QString &keys) const;
-
-    // The progress strip's texts: counts with the locale's digit grouping, byte counts in the
-    // program's one format, and the examined file's name, cut when long.
-    Q_INVOKABLE QString formatGroupedInteger(double value) const;
-    Q_INVOKABLE QString formatByteCount(double bytes) const;
-    Q_INVOKABLE QString lastPathComponent(const QString &path) const;
-    Q_INVOKABLE QString shortenedFileName(const QString &name) const;
 };
 
 } // namespace ravelinth::views

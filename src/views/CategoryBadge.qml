@@ -1,23 +1,13 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 
 // The category's emoji and name in its colour, on a pale pill of the same colour.
 Rectangle {
     id: root
-    property string category // display name, "Videos"
+    property int category: -1 // a ScanCategory value
+    property string categoryName // "Videos"
     property color categoryColor: Theme.gray
-
-    readonly property var emojis: ({
-        "Videos": "🎬",
-        "Images": "🖼️",
-        "Archives": "🗜️",
-        "Installers": "💿",
-        "Audio": "🎵",
-        "Documents": "📄",
-        "Applications": "📱",
-        "Other": "📁",
-        "Cache": "🗑️"
-    })
 
     implicitWidth: row.implicitWidth + 16
     implicitHeight: row.implicitHeight + 6
@@ -30,12 +20,12 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 4
         Text {
-            text: root.emojis[root.category] || ""
+            text: Icons.categoryEmoji(root.category)
             font.pixelSize: 11
             anchors.verticalCenter: parent.verticalCenter
         }
         Text {
-            text: root.category
+            text: root.categoryName
             font.pixelSize: 11
             font.weight: Font.Medium
             color: root.categoryColor

@@ -1,14 +1,20 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Layouts
 
 // One category's share of the scanned size, as a bar that grows from the left when it appears.
+// Its category's figures are the roles of a CategoryStatsModel row.
 RowLayout {
     id: root
-    property var stat: ({})
+    required property string name
+    required property string icon
+    required property color color
+    required property int fileCount
+    required property real totalSize
     property real percentage: 0
     property real animatedWidth: 0
-    readonly property color tint: stat.color !== undefined ? stat.color : Theme.gray
+    readonly property color tint: color
 
     spacing: 8
 
@@ -28,13 +34,13 @@ RowLayout {
 
     SymbolIcon {
         Layout.preferredWidth: 20
-        symbol: root.stat.icon !== undefined ? root.stat.icon : ""
+        symbol: root.icon
         size: 14
         color: root.tint
     }
     Text {
         Layout.preferredWidth: 80
-        text: root.stat.category !== undefined ? root.stat.category : ""
+        text: root.name
         font.pixelSize: 13
         color: Theme.primaryText
         elide: Text.ElideRight
@@ -57,13 +63,13 @@ RowLayout {
         Layout.preferredWidth: 80
         spacing: 2
         Text {
-            text: TextFormat.byteCount(root.stat.totalSize !== undefined ? root.stat.totalSize : 0)
+            text: TextFormat.byteCount(root.totalSize)
             font.pixelSize: 12
             font.weight: Font.Medium
             color: Theme.primaryText
         }
         Text {
-            text: (root.stat.fileCount !== undefined ? root.stat.fileCount : 0) + " files"
+            text: root.fileCount + " files"
             font.pixelSize: 10
             color: Theme.secondaryText
         }

@@ -1,13 +1,12 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Layouts
 
-// Each category's share of everything the scan kept, in the order the view model gives.
+// Each category's share of everything the scan kept, largest first.
 GlassCard {
     id: root
-    property var stats: []
-    property real totalSize: 0
-    property alias bars: bars
+    property real totalSize: RavelinthViewModel.fileList.totalScannedSize
 
     ColumnLayout {
         anchors.fill: parent
@@ -35,12 +34,11 @@ GlassCard {
         }
         Repeater {
             id: bars
-            model: root.stats
+            objectName: "bars"
+            model: RavelinthViewModel.categoryStats
             CategoryBar {
-                required property var modelData
                 Layout.fillWidth: true
-                stat: modelData
-                percentage: root.totalSize >= 1 ? modelData.totalSize / root.totalSize * 100 : 0
+                percentage: root.totalSize >= 1 ? totalSize / root.totalSize * 100 : 0
             }
         }
     }

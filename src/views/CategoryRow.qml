@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Layouts
@@ -6,11 +7,10 @@ import QtQuick.Layouts
 Item {
     id: root
     property string title
-    property string icon
+    property string symbol
     property color tint: Theme.accent
     property int count: 0
     property bool isSelected: false
-    property alias badge: badge
     signal tapped
 
     implicitHeight: row.implicitHeight + 8 + 4
@@ -34,7 +34,7 @@ Item {
         spacing: 6
         SymbolIcon {
             Layout.preferredWidth: 24
-            symbol: root.icon
+            symbol: root.symbol
             size: 14
             color: root.tint
         }
@@ -47,6 +47,7 @@ Item {
         }
         Rectangle {
             id: badge
+            objectName: "badge"
             visible: root.count >= 1
             implicitWidth: countText.implicitWidth + 16
             implicitHeight: countText.implicitHeight + 4

@@ -1,16 +1,13 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 
 // "Clear Filters": empties the search text and the category filter.
 Rectangle {
     id: root
-    property RavelinthViewModel viewModel
-
     function trigger() {
-        if (!viewModel)
-            return
-        viewModel.searchText = ""
-        viewModel.categoryFilter = ""
+        RavelinthViewModel.fileList.searchText = ""
+        RavelinthViewModel.fileList.categoryFilter = -1
     }
 
     implicitWidth: row.implicitWidth + 16

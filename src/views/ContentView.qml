@@ -1,14 +1,13 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
 import QtQuick.Layouts
 
 // The window's content: the sidebar beside the detail column (header bar with the tabs, then the
-// dashboard or the scanner tab), the first-run sheet and the error alert. Owns the one view
-// model of the process.
+// dashboard or the scanner tab), the first-run sheet and the error alert.
 Item {
     id: root
-    property RavelinthViewModel viewModel: RavelinthViewModel {}
     property string selectedTab: "scanner" // "dashboard" or "scanner"
     property bool sidebarVisible: true
     property bool showOnboarding: false
@@ -16,17 +15,9 @@ Item {
         { tab: "dashboard", title: "Dashboard", icon: "gauge.with.dots.needle.bottom.50percent" },
         { tab: "scanner", title: "Scanner", icon: "doc.text.magnifyingglass" }
     ]
-    property alias scannerView: scannerView
-    property alias errorAlert: errorAlert
-    property alias onboardingSheet: onboardingSheet
-    property alias helpButton: helpButton
-    property alias folderChooser: folderChooser
 
-    Preferences {
-        id: preferences
-    }
     Component.onCompleted: {
-        showOnboarding = !preferences.hasSeenOnboarding
+        showOnboarding = !RavelinthViewModel.preferences.hasSeenOnboarding
         errorAlert.follow()
     }
     onShowOnboardingChanged: showOnboarding ? onboardingSheet.open() : onboardingSheet.close()
@@ -41,7 +32,6 @@ Item {
 
         SidebarView {
             objectName: "sidebar"
-            viewModel: root.viewModel
             visible: root.sidebarVisible
             SplitView.preferredWidth: 240
             SplitView.minimumWidth: 200
@@ -100,12 +90,13 @@ Item {
                         Repeater {
                             model: root.tabs
                             TabButton {
+                                id: tabButton
                                 required property var modelData
                                 objectName: "tab_" + modelData.tab
                                 title: modelData.title
                                 icon: modelData.icon
                                 isSelected: root.selectedTab === modelData.tab
-                                action: function () { root.selectedTab = modelData.tab }
+                                action: function () { root.selectedTab = tabButton.modelData.tab }
                             }
                         }
                     }
@@ -113,8 +104,8 @@ Item {
                         Layout.fillWidth: true
                     }
                     CompactDiskUsage {
-                        visible: root.viewModel.diskInfo !== null
-                        diskInfo: root.viewModel.diskInfo
+                        visible: RavelinthViewModel.disk.available
+                        diskInfo: RavelinthViewModel.disk.info
                     }
                     AbstractButton {
                         id: helpButton
@@ -153,13 +144,13 @@ Item {
                 Layout.fillHeight: true
                 currentIndex: root.selectedTab === "dashboard" ? 0 : 1
                 DashboardView {
-                    viewModel: root.viewModel
+                    objectName: "dashboard"
                 }
                 ColumnLayout {
                     spacing: 0
                     ScannerView {
                         id: scannerView
-                        viewModel: root.viewModel
+                        objectName: "scannerView"
                         Layout.fillWidth: true
                         Layout.margins: 16
                     }
@@ -169,7 +160,7 @@ Item {
                         color: Theme.divider
                     }
                     FileListView {
-                        viewModel: root.viewModel
+                        objectName: "fileList"
                         Layout.fillWidth: true
                         Layout.fillHeight: true
                     }
@@ -180,6 +171,7 @@ Item {
 
     FolderChooser {
         id: folderChooser
+        objectName: "folderChooser"
     }
 
     // The first-run tour, over the whole window.
@@ -227,12 +219,12 @@ Item {
         }
 
         function follow() {
-            if (root.viewModel.errorMessage !== "")
+            if (RavelinthViewModel.errorMessage !== "")
                 open()
             else
                 close()
         }
-        onClosed: root.viewModel.errorMessage = ""
+        onClosed: RavelinthViewModel.errorMessage = ""
 
         padding: 20
         topPadding: 12
@@ -278,14 +270,14 @@ Item {
             Label {
                 objectName: "errorText"
                 Layout.fillWidth: true
-                text: root.viewModel.errorMessage
+                text: RavelinthViewModel.errorMessage
                 wrapMode: Text.Wrap
                 font.pixelSize: 13
                 color: Theme.primaryText
             }
         }
         Connections {
-            target: root.viewModel
+            target: RavelinthViewModel
             function onErrorMessageChanged() { errorAlert.follow() }
         }
     }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -8,13 +9,7 @@ import QtQuick.Layouts
 // behind the file list: making them then held up the frame in which the list appeared.
 ScrollView {
     id: root
-    property RavelinthViewModel viewModel
-    readonly property bool hasDiskInfo: viewModel !== null && viewModel.diskInfo !== null
-                                        && viewModel.diskInfo !== undefined
-    property alias diskCard: diskLoader.item
-    property alias summaryCard: summaryLoader.item
-    property alias breakdownCard: breakdownLoader.item
-    property alias savingsCard: savingsLoader.item
+    readonly property bool hasDiskInfo: RavelinthViewModel.disk.available
 
     contentWidth: availableWidth
     contentHeight: stack.implicitHeight + 48
@@ -27,43 +22,39 @@ ScrollView {
         y: 24
         spacing: 20
 
+        // Loaded from its file: the 6.4 Loader gives what it makes a context of its own, which a
+        // component bound to this file refuses.
         Loader {
             id: diskLoader
+            objectName: "diskLoader"
             Layout.fillWidth: true
             active: root.hasDiskInfo
             visible: active
-            sourceComponent: DiskUsageCard {
-                diskInfo: root.viewModel.diskInfo
-            }
+            source: "DiskUsageCard.qml"
         }
         Loader {
             id: summaryLoader
+            objectName: "summaryLoader"
             Layout.fillWidth: true
-            active: root.visible && root.viewModel !== null && root.viewModel.fileCount > 0
+            active: root.visible && RavelinthViewModel.fileList.fileCount > 0
             visible: active
-            sourceComponent: ScanSummaryCard {
-                viewModel: root.viewModel
-            }
+            source: "ScanSummaryCard.qml"
         }
         Loader {
             id: breakdownLoader
+            objectName: "breakdownLoader"
             Layout.fillWidth: true
-            active: root.visible && root.viewModel !== null && root.viewModel.categoryStats.length > 0
+            active: root.visible && RavelinthViewModel.categoryStats.count > 0
             visible: active
-            sourceComponent: CategoryBreakdown {
-                stats: root.viewModel.categoryStats
-                totalSize: root.viewModel.totalScannedSize
-            }
+            source: "CategoryBreakdown.qml"
         }
         Loader {
             id: savingsLoader
+            objectName: "savingsLoader"
             Layout.fillWidth: true
-            active: root.visible && root.viewModel !== null && root.viewModel.potentialSavings >= 1
+            active: root.visible && RavelinthViewModel.fileList.potentialSavings >= 1
             visible: active
-            sourceComponent: PotentialSavingsCard {
-                savings: root.viewModel.potentialSavings
-                fileCount: root.viewModel.potentialSavingsFileCount
-            }
+            source: "PotentialSavingsCard.qml"
         }
     }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Layouts
@@ -5,7 +6,8 @@ import QtQuick.Layouts
 // The boot volume at a glance: a ring of its usage, its used, free and total space, and a status.
 GlassCard {
     id: root
-    property var diskInfo: null
+    // The volume's figures: the program's disk report unless given others.
+    property var diskInfo: RavelinthViewModel.disk.info
 
     readonly property real totalBytes: diskInfo ? diskInfo.totalBytes : 0
     readonly property real percentage: diskInfo ? Theme.usagePercent(diskInfo.usedBytes, totalBytes) : 0

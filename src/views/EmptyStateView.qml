@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 
@@ -5,15 +6,13 @@ import Ravelinth
 // files that the search and the category filter all hide.
 Item {
     id: root
-    property RavelinthViewModel viewModel
-
     // "scanning", "noFiles" or "noMatches"
-    readonly property string kind: viewModel && viewModel.isScanning ? "scanning"
-                                 : !viewModel || viewModel.fileCount === 0 ? "noFiles"
+    readonly property string kind: RavelinthViewModel.scan.isScanning ? "scanning"
+                                 : RavelinthViewModel.fileList.fileCount === 0 ? "noFiles"
                                  : "noMatches"
     readonly property string title: kind === "scanning" ? "Scanning..."
                                   : kind === "noFiles" ? "No Files Scanned" : "No Matching Files"
-    readonly property string message: kind === "scanning" ? viewModel.scanState.statusMessage
+    readonly property string message: kind === "scanning" ? RavelinthViewModel.scan.state.statusMessage
                                     : kind === "noFiles"
                                       ? "Select a folder and click 'Start Scan' to find large files"
                                       : "Try adjusting your filters or search query"
@@ -22,11 +21,11 @@ Item {
     // saying "No Matching Files" then would be wrong, so nothing is said until the list is in.
     property bool listPending: false
     Connections {
-        target: root.viewModel
+        target: RavelinthViewModel.fileList
         function onFilesChanged() {
-            root.listPending = root.viewModel.fileCount > 0
+            root.listPending = RavelinthViewModel.fileList.fileCount > 0
         }
-        function onDisplayedFilesChanged() {
+        function onModelReset() {
             root.listPending = false
         }
     }
@@ -88,7 +87,6 @@ Item {
             objectName: "emptyClearFilters"
             anchors.horizontalCenter: parent.horizontalCenter
             visible: root.kind === "noMatches"
-            viewModel: root.viewModel
         }
     }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -7,36 +8,30 @@ import QtQuick.Controls
 // Every entry acts on the files of `selection` still in the list, or on `file` when none is.
 Menu {
     id: root
-    property RavelinthViewModel viewModel
     property string file
     property var selection: []
 
-    // The files of the view model named by `selection`, in list order.
-    readonly property var selectedFiles: actions.existing(selection)
+    // The files of the list named by `selection`, in list order.
+    readonly property var selectedFiles: RavelinthViewModel.operations.existing(selection)
     readonly property var targets: selectedFiles.length > 0 ? selectedFiles : [file]
 
     signal acted(string entry)
 
-    FileActions {
-        id: actions
-        viewModel: root.viewModel
-    }
-
     function showInFileManager() {
-        actions.reveal(targets)
+        RavelinthViewModel.operations.reveal(targets)
         acted("reveal")
     }
     function openFiles() {
-        actions.open(targets)
+        RavelinthViewModel.operations.open(targets)
         acted("open")
     }
     function copyPath() {
         // Only the first file's path, by design; nothing when the selection names no file.
-        actions.copyPath(selectedFiles)
+        RavelinthViewModel.operations.copyPath(selectedFiles)
         acted("copy")
     }
     function moveToTrash() {
-        actions.moveToTrash(targets)
+        RavelinthViewModel.operations.moveToTrash(targets)
         acted("trash")
     }
 

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -6,11 +7,6 @@ import QtQuick.Layouts
 // Above the file list: the search box, the count and total, the sort picker and "Clear Filters".
 Item {
     id: root
-    property RavelinthViewModel viewModel
-
-    readonly property var sortIcons: ["arrow.down", "arrow.up", "textformat.abc",
-                                      "textformat.abc", "calendar", "calendar"]
-
     implicitHeight: row.implicitHeight + 16
 
     RowLayout {
@@ -45,8 +41,8 @@ Item {
                     Layout.fillWidth: true
                     placeholderText: "Search files..."
                     placeholderTextColor: Theme.tertiaryText
-                    text: root.viewModel ? root.viewModel.searchText : ""
-                    onTextEdited: root.viewModel.searchText = text
+                    text: RavelinthViewModel.fileList.searchText
+                    onTextEdited: RavelinthViewModel.fileList.searchText = text
                     font.pixelSize: 13
                     color: Theme.primaryText
                     background: null
@@ -60,7 +56,7 @@ Item {
                     size: 14
                     color: Theme.secondaryText
                     TapHandler {
-                        onTapped: root.viewModel.searchText = ""
+                        onTapped: RavelinthViewModel.fileList.searchText = ""
                     }
                 }
             }
@@ -68,9 +64,8 @@ Item {
 
         Text {
             objectName: "countText"
-            text: root.viewModel ? root.viewModel.displayedCount + " files • "
-                                   + root.viewModel.formatByteCount(root.viewModel.totalScannedSize)
-                                 : ""
+            text: RavelinthViewModel.fileList.count + " files • "
+                  + TextFormat.byteCount(RavelinthViewModel.fileList.totalScannedSize)
             font.pixelSize: 12
             color: Theme.secondaryText
         }
@@ -90,9 +85,9 @@ Item {
             id: sortPicker
             objectName: "sortPicker"
             Layout.preferredWidth: 160
-            model: root.viewModel ? root.viewModel.sortOptionNames : []
-            currentIndex: root.viewModel ? root.viewModel.sortOption : 0
-            onActivated: index => root.viewModel.sortOption = index
+            model: RavelinthViewModel.fileList.sortOptionNames
+            currentIndex: RavelinthViewModel.fileList.sortOption
+            onActivated: index => RavelinthViewModel.fileList.sortOption = index
             font.pixelSize: 12
             Accessible.name: "Sort by"
             background: Rectangle {
@@ -104,20 +99,21 @@ Item {
                                                      : Theme.withOpacity(Theme.gray, 0.35)
             }
             delegate: ItemDelegate {
+                id: optionDelegate
                 required property int index
                 required property string modelData
                 width: sortPicker.width
-                highlighted: sortPicker.highlightedIndex === index
+                highlighted: sortPicker.highlightedIndex === optionDelegate.index
                 contentItem: Row {
                     spacing: 6
                     SymbolIcon {
-                        symbol: root.sortIcons[index]
+                        symbol: Icons.sortOptionSymbol(optionDelegate.index)
                         size: 14
                         color: Theme.secondaryText
                         anchors.verticalCenter: parent.verticalCenter
                     }
                     Text {
-                        text: modelData
+                        text: optionDelegate.modelData
                         font.pixelSize: 12
                         color: Theme.primaryText
                         anchors.verticalCenter: parent.verticalCenter
@@ -128,7 +124,6 @@ Item {
 
         ClearFiltersButton {
             objectName: "toolbarClearFilters"
-            viewModel: root.viewModel
         }
 
         Item {

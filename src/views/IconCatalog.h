@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 
 namespace ravelinth::views {
 
@@ -9,6 +10,8 @@ namespace ravelinth::views {
 // load every screen and then assert that no identifier went without a glyph.
 class IconCatalog : public QObject {
     Q_OBJECT
+    QML_NAMED_ELEMENT(Icons)
+    QML_SINGLETON
     Q_PROPERTY(QString fontFamily READ fontFamily CONSTANT)
     Q_PROPERTY(QStringList missing READ missing NOTIFY missingChanged)
 
@@ -20,6 +23,10 @@ public:
 
     // The ligature that draws `identifier`; an unknown identifier draws the font's "help" glyph.
     Q_INVOKABLE QString glyph(const QString &identifier);
+    // The emoji the file list's badge puts before a category's name; "" for no category.
+    Q_INVOKABLE QString categoryEmoji(int category) const;
+    // The symbol beside a sort option in the picker; "" for no option.
+    Q_INVOKABLE QString sortOptionSymbol(int option) const;
 
 signals:
     void missingChanged();

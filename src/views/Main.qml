@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -18,11 +19,7 @@ ApplicationWindow {
     title: "Ravelinth"
     color: Theme.windowBackground
 
-    readonly property RavelinthViewModel viewModel: content.viewModel
-    readonly property bool isScanning: viewModel.scanState.kind === "scanning"
-    property alias content: content
-    property alias settingsWindow: settingsWindow
-    property alias toolbarScanButton: scanToolButton
+    readonly property bool isScanning: RavelinthViewModel.scan.state.phase === ScanPhase.Scanning
 
     function post(name, object) {
         if (object === undefined)
@@ -69,7 +66,7 @@ ApplicationWindow {
             Action {
                 text: "Settings..."
                 shortcut: "Ctrl+,"
-                onTriggered: window.viewModel.showSettings = true
+                onTriggered: RavelinthViewModel.showSettings = true
             }
             MenuSeparator {}
             Action {
@@ -107,7 +104,7 @@ ApplicationWindow {
                 shortcut: "Ctrl+A"
                 onTriggered: {
                     window.post("selectAllFiles")
-                    window.viewModel.selectAll()
+                    RavelinthViewModel.selection.selectAll()
                 }
             }
         }
@@ -199,8 +196,8 @@ ApplicationWindow {
                 text: window.isScanning ? "Stop" : "Scan"
                 symbol: window.isScanning ? "stop.fill" : "play.fill"
                 tint: window.isScanning ? Theme.red : Theme.accent
-                onClicked: window.isScanning ? window.viewModel.stopScan()
-                                             : window.viewModel.startScan()
+                onClicked: window.isScanning ? RavelinthViewModel.scan.stop()
+                                             : RavelinthViewModel.scan.start()
             }
             Rectangle {
                 Layout.leftMargin: 6
@@ -213,19 +210,19 @@ ApplicationWindow {
                 objectName: "toolbarRevealButton"
                 text: "Reveal"
                 symbol: "folder"
-                onClicked: window.viewModel.revealSelectedInFinder()
+                onClicked: RavelinthViewModel.operations.revealSelected()
             }
             ToolbarButton {
                 objectName: "toolbarTrashButton"
                 text: "Trash"
                 symbol: "trash"
-                onClicked: window.viewModel.moveSelectedToTrash()
+                onClicked: RavelinthViewModel.operations.moveSelectedToTrash()
             }
             ToolbarButton {
                 objectName: "toolbarRefreshButton"
                 text: "Refresh"
                 symbol: "arrow.clockwise"
-                onClicked: window.viewModel.loadDiskInfo()
+                onClicked: RavelinthViewModel.disk.refresh()
             }
         }
         ToolbarButton {
@@ -245,21 +242,23 @@ ApplicationWindow {
 
     ContentView {
         id: content
+        objectName: "content"
         anchors.fill: parent
     }
 
-    // The settings live in their own window; the view model's showSettings asks for it, and
-    // closing the window answers by setting it back.
+    // The settings live in their own window; the root's showSettings asks for it, and closing
+    // the window answers by setting it back.
     SettingsWindow {
         id: settingsWindow
+        objectName: "settingsWindow"
         transientParent: window
         visible: false
-        onVisibleChanged: if (!visible) window.viewModel.showSettings = false
+        onVisibleChanged: if (!visible) RavelinthViewModel.showSettings = false
     }
     Connections {
-        target: window.viewModel
+        target: RavelinthViewModel
         function onShowSettingsChanged() {
-            if (window.viewModel.showSettings)
+            if (RavelinthViewModel.showSettings)
                 window.openSettings()
             else
                 settingsWindow.close()

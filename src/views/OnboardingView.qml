@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -10,9 +11,6 @@ Item {
     property bool isPresented: true
     property int currentPage: 0
     readonly property int lastPage: pages.length - 1
-    property alias backButton: backButton
-    property alias nextButton: nextButton
-    property alias pageView: pageView
 
     readonly property var pages: [
         {
@@ -69,10 +67,6 @@ Item {
     implicitWidth: 600
     implicitHeight: 560
 
-    Preferences {
-        id: preferences
-    }
-
     Rectangle {
         anchors.fill: parent
         radius: 10
@@ -85,6 +79,7 @@ Item {
 
         SwipeView {
             id: pageView
+            objectName: "pageView"
             Layout.fillWidth: true
             Layout.fillHeight: true
             interactive: false
@@ -112,6 +107,7 @@ Item {
             Layout.topMargin: 12
             ActionButton {
                 id: backButton
+                objectName: "backButton"
                 title: "Back"
                 style: "secondary"
                 visible: root.currentPage >= 1
@@ -123,13 +119,14 @@ Item {
             }
             ActionButton {
                 id: nextButton
+                objectName: "nextButton"
                 title: root.currentPage < root.lastPage ? "Next" : "Get Started"
                 style: "primary"
                 action: () => {
                     if (root.currentPage < root.lastPage) {
                         root.currentPage += 1
                     } else {
-                        preferences.hasSeenOnboarding = true
+                        RavelinthViewModel.preferences.hasSeenOnboarding = true
                         root.isPresented = false
                     }
                 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Layouts
@@ -5,8 +6,8 @@ import QtQuick.Layouts
 // How much space the files marked safe to delete would give back.
 AccentGlassCard {
     id: root
-    property real savings: 0
-    property int fileCount: 0
+    property real savings: RavelinthViewModel.fileList.potentialSavings
+    property int fileCount: RavelinthViewModel.fileList.potentialSavingsFileCount
     readonly property string detailText: TextFormat.byteCount(savings) + " in " + fileCount
                                          + " files marked safe to delete"
 

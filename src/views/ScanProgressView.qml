@@ -1,18 +1,21 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Layouts
 
 // The strip under the scan controls while a scan runs: a busy bar, the status text, and the
-// file being examined beside the running counts. `scanState` is the view model's scanState map
-// (named so because every Item already has a `state`).
+// file being examined beside the running counts, all taken from the running scan's state.
 Rectangle {
     id: root
-    property var scanState: ({ kind: "idle", statusMessage: "" })
+    property string statusMessage
+    property string currentFile
+    property real filesScanned: 0
+    property real bytesScanned: 0
 
     readonly property string currentFileName:
-        AppContext.shortenedFileName(AppContext.lastPathComponent(scanState.currentFile || ""))
-    readonly property string filesText: AppContext.formatGroupedInteger(scanState.filesScanned || 0)
-    readonly property string bytesText: AppContext.formatByteCount(scanState.bytesScanned || 0)
+        TextFormat.shortenedFileName(TextFormat.lastPathComponent(currentFile))
+    readonly property string filesText: TextFormat.groupedInteger(filesScanned)
+    readonly property string bytesText: TextFormat.byteCount(bytesScanned)
 
     implicitHeight: column.implicitHeight + 24
     radius: 8
@@ -55,7 +58,7 @@ Rectangle {
             spacing: 6
             Text {
                 objectName: "statusMessage"
-                text: root.scanState.statusMessage || ""
+                text: root.statusMessage
                 font.pixelSize: 12
                 color: Theme.secondaryText
                 Layout.fillWidth: true

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Layouts
@@ -5,10 +6,9 @@ import QtQuick.Layouts
 // What the last scan found: how many files, their total size and how much may safely go.
 GlassCard {
     id: root
-    property RavelinthViewModel viewModel
-    readonly property string durationText: viewModel && viewModel.scanState.kind === "completed"
-                                           ? "Completed in " + TextFormat.oneDecimal(viewModel.scanState.duration) + "s"
-                                           : ""
+    readonly property string durationText:
+        RavelinthViewModel.scan.state.phase === ScanPhase.Completed
+        ? "Completed in " + TextFormat.oneDecimal(RavelinthViewModel.scan.state.duration) + "s" : ""
 
     ColumnLayout {
         anchors.fill: parent
@@ -47,7 +47,7 @@ GlassCard {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
                 title: "Files Found"
-                value: root.viewModel ? String(root.viewModel.fileCount) : ""
+                value: String(RavelinthViewModel.fileList.fileCount)
                 icon: "doc.fill"
                 tint: Theme.blue
             }
@@ -56,7 +56,7 @@ GlassCard {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
                 title: "Total Size"
-                value: root.viewModel ? TextFormat.byteCount(root.viewModel.totalScannedSize) : ""
+                value: TextFormat.byteCount(RavelinthViewModel.fileList.totalScannedSize)
                 icon: "externaldrive.fill"
                 tint: Theme.purple
             }
@@ -65,7 +65,7 @@ GlassCard {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
                 title: "Safe to Delete"
-                value: root.viewModel ? TextFormat.byteCount(root.viewModel.potentialSavings) : ""
+                value: TextFormat.byteCount(RavelinthViewModel.fileList.potentialSavings)
                 icon: "trash.fill"
                 tint: Theme.green
             }

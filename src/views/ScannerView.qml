@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -8,19 +9,13 @@ import QtQuick.Layouts
 // running scan.
 Rectangle {
     id: root
-    property RavelinthViewModel viewModel
     readonly property bool isHoveringBrowse: browseButton.hovered
-    readonly property bool isScanning: viewModel ? viewModel.scanState.kind === "scanning" : false
+    readonly property bool isScanning: RavelinthViewModel.scan.state.phase === ScanPhase.Scanning
     readonly property var thresholdChoices: [
         { title: "10 MB", value: 10 }, { title: "25 MB", value: 25 }, { title: "50 MB", value: 50 },
         { title: "100 MB", value: 100 }, { title: "250 MB", value: 250 },
         { title: "500 MB", value: 500 }, { title: "1 GB", value: 1024 }
     ]
-    property alias pathField: pathField
-    property alias minSizeField: minSizeField
-    property alias thresholdMenu: thresholdMenu
-    property alias scanButton: scanButton
-    property alias browseButton: browseButton
 
     implicitHeight: column.implicitHeight + 32
     radius: 12
@@ -43,14 +38,14 @@ Rectangle {
             value = Number(minSizeField.text)
         }
         if (isFinite(value) && value >= 0)
-            viewModel.minFileSizeMB = value
+            RavelinthViewModel.scan.minFileSizeMB = value
     }
 
     Connections {
-        target: root.viewModel
+        target: RavelinthViewModel.scan
         function onMinFileSizeMBChanged() {
             if (!minSizeField.activeFocus)
-                minSizeField.text = root.formatMegabytes(root.viewModel.minFileSizeMB)
+                minSizeField.text = root.formatMegabytes(RavelinthViewModel.scan.minFileSizeMB)
         }
     }
 
@@ -80,8 +75,8 @@ Rectangle {
                 Layout.fillWidth: true
                 focus: true
                 placeholderText: "Enter path to scan..."
-                text: root.viewModel ? root.viewModel.scanPath : ""
-                onTextEdited: root.viewModel.scanPath = text
+                text: RavelinthViewModel.scan.path
+                onTextEdited: RavelinthViewModel.scan.path = text
                 font.pixelSize: 14
                 padding: 10
                 selectByMouse: true
@@ -106,7 +101,7 @@ Rectangle {
                 rightPadding: 12
                 topPadding: 8
                 bottomPadding: 8
-                onClicked: root.viewModel.browsePath()
+                onClicked: RavelinthViewModel.scan.browse()
                 contentItem: Row {
                     spacing: 6
                     SymbolIcon {
@@ -166,9 +161,9 @@ Rectangle {
                     inputMethodHints: Qt.ImhFormattedNumbersOnly
                     selectByMouse: true
                     color: Theme.primaryText
-                    text: root.viewModel ? root.formatMegabytes(root.viewModel.minFileSizeMB) : ""
+                    text: root.formatMegabytes(RavelinthViewModel.scan.minFileSizeMB)
                     onTextEdited: root.commitMinSize()
-                    onEditingFinished: text = root.formatMegabytes(root.viewModel.minFileSizeMB)
+                    onEditingFinished: text = root.formatMegabytes(RavelinthViewModel.scan.minFileSizeMB)
                     background: Rectangle {
                         radius: 4
                         color: Theme.textBackground
@@ -211,11 +206,12 @@ Rectangle {
                         Repeater {
                             model: root.thresholdChoices
                             MenuItem {
+                                id: choice
                                 required property var modelData
                                 text: modelData.title
                                 onTriggered: {
-                                    root.viewModel.minFileSizeMB = modelData.value
-                                    minSizeField.text = root.formatMegabytes(modelData.value)
+                                    RavelinthViewModel.scan.minFileSizeMB = choice.modelData.value
+                                    minSizeField.text = root.formatMegabytes(choice.modelData.value)
                                 }
                             }
                         }
@@ -231,8 +227,8 @@ Rectangle {
                 id: hiddenFilesBox
                 objectName: "hiddenFilesBox"
                 text: "Hidden Files"
-                checked: root.viewModel ? root.viewModel.includeHiddenFiles : false
-                onToggled: root.viewModel.includeHiddenFiles = checked
+                checked: RavelinthViewModel.scan.includeHiddenFiles
+                onToggled: RavelinthViewModel.scan.includeHiddenFiles = checked
                 font.pixelSize: 13
                 focusPolicy: Qt.TabFocus
                 contentItem: Row {
@@ -264,9 +260,9 @@ Rectangle {
                 isLoading: false
                 action: function () {
                     if (root.isScanning)
-                        root.viewModel.stopScan()
+                        RavelinthViewModel.scan.stop()
                     else
-                        root.viewModel.startScan()
+                        RavelinthViewModel.scan.start()
                 }
             }
         }
@@ -286,12 +282,13 @@ Rectangle {
                 Repeater {
                     model: AppContext.quickAccessLocations
                     QuickScanButton {
+                        id: quickScanButton
                         required property var modelData
                         objectName: "quickScan_" + modelData.name
                         location: modelData
                         action: function () {
-                            root.viewModel.scanPath = modelData.path
-                            root.viewModel.startScan()
+                            RavelinthViewModel.scan.path = quickScanButton.modelData.path
+                            RavelinthViewModel.scan.start()
                         }
                     }
                 }
@@ -303,7 +300,10 @@ Rectangle {
             objectName: "scanProgress"
             Layout.fillWidth: true
             visible: root.isScanning
-            scanState: root.viewModel ? root.viewModel.scanState : ({ kind: "idle" })
+            statusMessage: RavelinthViewModel.scan.state.statusMessage
+            currentFile: RavelinthViewModel.scan.state.currentFile
+            filesScanned: RavelinthViewModel.scan.state.filesScanned
+            bytesScanned: RavelinthViewModel.scan.state.bytesScanned
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QQuickWindow>
+#include <QtQml/qqmlregistration.h>
 
 namespace ravelinth::views {
 
@@ -11,6 +12,7 @@ namespace ravelinth::views {
 // Installed for the whole application, it acts only on keys meant for items of `window`.
 class SelectAllPassThrough : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QQuickWindow *window READ window WRITE setWindow NOTIFY windowChanged)
 
 public:

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -22,12 +23,7 @@ Item {
         [{ keys: "⌘ ⌫", action: "Move to Trash" }, { keys: "⌘ ⇧ G", action: "Reveal in Finder" },
          { keys: "Space", action: "Quick Look" }]
     ]
-    property alias preferences: preferences
-    property alias sizePicker: sizePicker
-    property alias hiddenFilesToggle: hiddenFilesToggle
-    property alias systemDirectoriesToggle: systemDirectoriesToggle
-    property alias binarySizesToggle: binarySizesToggle
-    property alias confirmDeleteToggle: confirmDeleteToggle
+    readonly property Preferences preferences: RavelinthViewModel.preferences
 
     // The index of the stored size among the choices; -1 (no selection) for any other value.
     function sizeIndex(stored) {
@@ -41,10 +37,6 @@ Item {
 
     implicitWidth: 450
     implicitHeight: 350
-
-    Preferences {
-        id: preferences
-    }
 
     component PaneTab: Item {
         id: tab
@@ -90,12 +82,13 @@ Item {
     // A check box bound to one stored preference; a click writes it and the box keeps following
     // the store afterwards.
     component PreferenceToggle: CheckBox {
+        id: toggle
         property string key
         leftPadding: 0
-        checked: preferences[key]
+        checked: root.preferences[key]
         onToggled: {
-            preferences[key] = checked
-            checked = Qt.binding(() => preferences[key])
+            root.preferences[key] = checked
+            checked = Qt.binding(() => root.preferences[toggle.key])
         }
     }
 
@@ -165,23 +158,26 @@ Item {
                         }
                         ComboBox {
                             id: sizePicker
+                            objectName: "sizePicker"
                             implicitWidth: 110
                             model: root.sizeChoices.map(choice => choice.label)
-                            currentIndex: root.sizeIndex(preferences.defaultMinSizeMB)
+                            currentIndex: root.sizeIndex(root.preferences.defaultMinSizeMB)
                             displayText: currentIndex >= 0 ? currentText : ""
                             onActivated: index => {
-                                preferences.defaultMinSizeMB = root.sizeChoices[index].value
-                                currentIndex = Qt.binding(() => root.sizeIndex(preferences.defaultMinSizeMB))
+                                root.preferences.defaultMinSizeMB = root.sizeChoices[index].value
+                                currentIndex = Qt.binding(() => root.sizeIndex(root.preferences.defaultMinSizeMB))
                             }
                         }
                     }
                     PreferenceToggle {
                         id: hiddenFilesToggle
+                        objectName: "hiddenFilesToggle"
                         text: "Include hidden files"
                         key: "includeHiddenFiles"
                     }
                     PreferenceToggle {
                         id: systemDirectoriesToggle
+                        objectName: "systemDirectoriesToggle"
                         text: "Skip system directories"
                         key: "skipSystemDirectories"
                     }
@@ -190,6 +186,7 @@ Item {
                     }
                     PreferenceToggle {
                         id: binarySizesToggle
+                        objectName: "binarySizesToggle"
                         text: "Show sizes in binary (1024-based)"
                         key: "showSizesInBinary"
                     }
@@ -198,6 +195,7 @@ Item {
                     }
                     PreferenceToggle {
                         id: confirmDeleteToggle
+                        objectName: "confirmDeleteToggle"
                         text: "Confirm before moving to trash"
                         key: "confirmBeforeDelete"
                     }
@@ -224,12 +222,13 @@ Item {
                     Repeater {
                         model: root.shortcutGroups
                         ColumnLayout {
+                            id: shortcutGroup
                             required property var modelData
                             required property int index
                             Layout.fillWidth: true
                             spacing: 3
                             Rectangle {
-                                visible: index > 0
+                                visible: shortcutGroup.index > 0
                                 Layout.fillWidth: true
                                 Layout.preferredHeight: 1
                                 Layout.topMargin: 2
@@ -237,7 +236,7 @@ Item {
                                 color: Theme.divider
                             }
                             Repeater {
-                                model: modelData
+                                model: shortcutGroup.modelData
                                 ShortcutRow {
                                     required property var modelData
                                     Layout.fillWidth: true

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -14,17 +15,16 @@ ApplicationWindow {
     maximumWidth: 450
     maximumHeight: 350
     color: Theme.windowBackground
-    property alias view: loader.item
-    // When opened for a view model's request, closing the window withdraws the request, so the
-    // next request opens it again.
-    property RavelinthViewModel viewModel: null
+    // Closing the window withdraws the root's request, so the next request opens it again.
+    onClosing: RavelinthViewModel.showSettings = false
 
-    onClosing: if (viewModel) viewModel.showSettings = false
-
+    // Loaded from its file: the 6.4 Loader gives what it makes a context of its own, which a
+    // component bound to this file refuses.
     Loader {
         id: loader
+        objectName: "settingsLoader"
         anchors.fill: parent
         active: root.visible
-        sourceComponent: SettingsView {}
+        source: "SettingsView.qml"
     }
 }

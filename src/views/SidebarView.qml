@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ravelinth
 import QtQuick.Controls
@@ -6,14 +7,9 @@ import QtQuick.Layouts
 // The left column: one-tap scans of preset folders, the category filter, and the volume's usage.
 Rectangle {
     id: root
-    property RavelinthViewModel viewModel
     // The list's selection among the quick-access rows; -1 when none.
     property int selectedLocation: -1
-    readonly property bool hasDiskInfo: viewModel !== null && viewModel.diskInfo !== null
-                                        && viewModel.diskInfo !== undefined
-    property alias quickAccessRows: quickAccessRepeater
-    property alias categoryRows: categoryRepeater
-    property alias allFilesRow: allFilesRow
+    readonly property bool hasDiskInfo: RavelinthViewModel.disk.available
 
     implicitWidth: 240
     Layout.minimumWidth: 200
@@ -21,6 +17,7 @@ Rectangle {
     color: Qt.tint(Theme.windowBackground, Theme.withOpacity("#FFFFFF", 0.35))
 
     component SectionHeader: Row {
+        id: sectionHeader
         property string title
         property string icon
         spacing: 4
@@ -29,13 +26,13 @@ Rectangle {
         bottomPadding: 4
         SymbolIcon {
             anchors.verticalCenter: parent.verticalCenter
-            symbol: parent.icon
+            symbol: sectionHeader.icon
             size: 11
             color: Theme.secondaryText
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
-            text: parent.title
+            text: sectionHeader.title
             font.pixelSize: Theme.captionSize
             font.weight: Font.DemiBold
             color: Theme.secondaryText
@@ -58,18 +55,20 @@ Rectangle {
             }
             Repeater {
                 id: quickAccessRepeater
+                objectName: "quickAccessRows"
                 model: AppContext.quickAccessLocations
                 QuickAccessRow {
+                    id: quickAccessRow
                     required property var modelData
                     required property int index
                     Layout.fillWidth: true
                     location: modelData
                     isSelected: root.selectedLocation === index
                     onTapped: {
-                        root.selectedLocation = index
+                        root.selectedLocation = quickAccessRow.index
                         // The path first, so the scan runs on this folder whatever was typed.
-                        root.viewModel.scanPath = modelData.path
-                        root.viewModel.startScan()
+                        RavelinthViewModel.scan.path = quickAccessRow.modelData.path
+                        RavelinthViewModel.scan.start()
                     }
                 }
             }
@@ -80,26 +79,33 @@ Rectangle {
             }
             CategoryRow {
                 id: allFilesRow
+                objectName: "allFilesRow"
                 Layout.fillWidth: true
                 title: "All Files"
-                icon: "doc.on.doc.fill"
+                symbol: "doc.on.doc.fill"
                 tint: Theme.accent
-                count: root.viewModel ? root.viewModel.fileCount : 0
-                isSelected: root.viewModel !== null && root.viewModel.categoryFilter === ""
-                onTapped: root.viewModel.categoryFilter = ""
+                count: RavelinthViewModel.fileList.fileCount
+                isSelected: RavelinthViewModel.fileList.categoryFilter === -1
+                onTapped: RavelinthViewModel.fileList.categoryFilter = -1
             }
             Repeater {
                 id: categoryRepeater
-                model: root.viewModel ? root.viewModel.categoryStats : []
+                objectName: "categoryRows"
+                model: RavelinthViewModel.categoryStats
                 CategoryRow {
-                    required property var modelData
+                    id: categoryRow
+                    required property int category
+                    required property string name
+                    required property string icon
+                    required property color color
+                    required property int fileCount
                     Layout.fillWidth: true
-                    title: modelData.category
-                    icon: modelData.icon
-                    tint: modelData.color
-                    count: modelData.fileCount
-                    isSelected: root.viewModel.categoryFilter === modelData.category
-                    onTapped: root.viewModel.categoryFilter = modelData.category
+                    title: name
+                    symbol: icon
+                    tint: color
+                    count: fileCount
+                    isSelected: RavelinthViewModel.fileList.categoryFilter === category
+                    onTapped: RavelinthViewModel.fileList.categoryFilter = categoryRow.category
                 }
             }
 
@@ -107,16 +113,17 @@ Rectangle {
                 title: "Storage"
                 icon: "internaldrive.fill"
             }
+            // Loaded from its file: the 6.4 Loader gives what it makes a context of its own,
+            // which a component bound to this file refuses.
             Loader {
                 id: diskLoader
+                objectName: "diskLoader"
                 Layout.fillWidth: true
                 Layout.leftMargin: 6
                 Layout.rightMargin: 6
                 active: root.hasDiskInfo
                 visible: active
-                sourceComponent: DiskUsageSidebarItem {
-                    diskInfo: root.viewModel.diskInfo
-                }
+                source: "DiskUsageSidebarItem.qml"
             }
             Item {
                 Layout.preferredHeight: 12

@@ -36,28 +36,26 @@ void DesktopRecorder::open(const QUrl &url) {
     emit openedChanged();
 }
 
-namespace {
-
-DesktopRecorder *recorder() {
-    static DesktopRecorder instance;
-    return &instance;
+DesktopRecorder *DesktopRecorder::instance() {
+    static DesktopRecorder recorder;
+    return &recorder;
 }
+
+namespace {
 
 // Runs as the test application starts, before any view. The hermetic home comes from
 // TestFiles.cpp; here revealing and opening are caught so that nothing reaches a real desktop.
-void registerTestTypes() {
-    QDesktopServices::setUrlHandler(u"file"_qs, recorder(), "open");
-
-    qmlRegisterType<TestFolder>("RavelinthTest", 1, 0, "TestFolder");
-    qmlRegisterSingletonType<DesktopRecorder>(
-        "RavelinthTest", 1, 0, "TestDesktop", [](QQmlEngine *engine, QJSEngine *) -> QObject * {
-            engine->setObjectOwnership(recorder(), QQmlEngine::CppOwnership);
-            return recorder();
-        });
+void catchDesktopRequests() {
+    QDesktopServices::setUrlHandler(u"file"_qs, DesktopRecorder::instance(), "open");
 }
 
-Q_COREAPP_STARTUP_FUNCTION(registerTestTypes)
+Q_COREAPP_STARTUP_FUNCTION(catchDesktopRequests)
 
 } // namespace
+
+DesktopRecorder *DesktopRecorder::create(QQmlEngine *, QJSEngine *) {
+    QJSEngine::setObjectOwnership(instance(), QJSEngine::CppOwnership);
+    return instance();
+}
 
 } // namespace ravelinth::test

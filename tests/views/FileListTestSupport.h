@@ -5,12 +5,17 @@
 #include <QObject>
 #include <QStringList>
 #include <QUrl>
+#include <QtQml/qqmlregistration.h>
+
+class QQmlEngine;
+class QJSEngine;
 
 namespace ravelinth::test {
 
 // A real folder of sparse files for the view tests to scan (QML type TestFolder).
 class TestFolder : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString root READ root CONSTANT)
 
 public:
@@ -30,10 +35,15 @@ private:
 // anything.
 class DesktopRecorder : public QObject {
     Q_OBJECT
+    QML_NAMED_ELEMENT(TestDesktop)
+    QML_SINGLETON
     Q_PROPERTY(QStringList opened READ opened NOTIFY openedChanged)
 
 public:
-    using QObject::QObject;
+    // The one recorder of the process, which every engine shares: QML makes none of its own,
+    // as it would for a type it can construct.
+    static DesktopRecorder *instance();
+    static DesktopRecorder *create(QQmlEngine *engine, QJSEngine *scriptEngine);
     QStringList opened() const { return m_opened; }
     Q_INVOKABLE void clear();
 
@@ -44,6 +54,7 @@ signals:
     void openedChanged();
 
 private:
+    DesktopRecorder() = default;
     QStringList m_opened;
 };
 

@@ -1,3 +1,5 @@
+#include "TestFiles.h"
+
 #include "TestTree.h"
 
 #include <QCoreApplication>
@@ -22,31 +24,6 @@ std::unique_ptr<Fixtures> &fixtures() {
     return instance;
 }
 
-class TestFiles : public QObject {
-    Q_OBJECT
-
-public:
-    using QObject::QObject;
-
-    // {"relative/path.ext": size in bytes} -> the absolute root of a new tree of sparse files.
-    Q_INVOKABLE QString sparseTree(const QVariantMap &files) const {
-        auto tree = std::make_unique<ravelinth::test::TestTree>();
-        for (auto it = files.constBegin(); it != files.constEnd(); ++it)
-            tree->file(it.key().toUtf8(), qint64(it.value().toDouble()));
-        const QString root = QFile::decodeName(tree->root());
-        fixtures()->trees.push_back(std::move(tree));
-        return root;
-    }
-
-    // The settings file as written on disk ("" when there is none).
-    Q_INVOKABLE QString settingsFileText() const {
-        QFile file(QFile::decodeName(qgetenv("XDG_CONFIG_HOME")) + u"/Ravelinth/Ravelinth.conf"_qs);
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        return QString::fromUtf8(file.readAll());
-    }
-};
-
 void setUpFixtures() {
     fixtures() = std::make_unique<Fixtures>();
     // Two runs that must see one settings file (a restart) name it; every other run gets a
@@ -61,13 +38,24 @@ void setUpFixtures() {
     QCoreApplication::setOrganizationName(u"Ravelinth"_qs);
     QCoreApplication::setApplicationName(u"Ravelinth"_qs);
     qAddPostRoutine([] { fixtures().reset(); });
-    qmlRegisterSingletonType<TestFiles>(
-        "RavelinthTest", 1, 0, "TestFiles",
-        [](QQmlEngine *engine, QJSEngine *) -> QObject * { return new TestFiles(engine); });
 }
 
 } // namespace
 
 Q_COREAPP_STARTUP_FUNCTION(setUpFixtures)
 
-#include "TestFiles.moc"
+QString TestFiles::sparseTree(const QVariantMap &files) const {
+    auto tree = std::make_unique<ravelinth::test::TestTree>();
+    for (auto it = files.constBegin(); it != files.constEnd(); ++it)
+        tree->file(it.key().toUtf8(), qint64(it.value().toDouble()));
+    const QString root = QFile::decodeName(tree->root());
+    fixtures()->trees.push_back(std::move(tree));
+    return root;
+}
+
+QString TestFiles::settingsFileText() const {
+    QFile file(QFile::decodeName(qgetenv("XDG_CONFIG_HOME")) + u"/Ravelinth/Ravelinth.conf"_qs);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.readAll());
+}

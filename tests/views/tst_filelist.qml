@@ -27,13 +27,17 @@ TestCase {
         { path: "Docs/report.pdf", size: 120 * mb, age: 400 * day }
     ]
 
+    readonly property var vm: RavelinthViewModel
+
     Component {
         id: listComponent
         FileListView {
             width: testCase.width
             height: testCase.height
-            viewModel: RavelinthViewModel {}
         }
+    }
+    RootReset {
+        id: rootReset
     }
     Component {
         id: folderComponent
@@ -53,41 +57,54 @@ TestCase {
         return folder
     }
 
+    // The parts of the view, by name.
+    function table(view) {
+        return findChild(view, "fileTable")
+    }
+    function tableView(view) {
+        return findChild(view, "fileTableView")
+    }
+    function emptyState(view) {
+        return findChild(view, "emptyState")
+    }
+    function contextMenu(view) {
+        return findChild(view, "fileContextMenu")
+    }
+
     function scan(view, folder) {
-        const vm = view.viewModel
-        vm.scanPath = folder.root
-        vm.minFileSizeMB = 1
-        vm.startScan()
-        tryVerify(() => vm.scanState.kind === "completed", 10000)
-        tryCompare(vm, "displayedCount", fileSet.length, 5000)
-        tryVerify(() => view.table.itemAtCell(1, 0) !== null)
+        vm.scan.path = folder.root
+        vm.scan.minFileSizeMB = 1
+        vm.scan.start()
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 10000)
+        tryCompare(vm.fileList, "count", fileSet.length, 5000)
+        tryVerify(() => table(view).itemAtCell(1, 0) !== null)
     }
 
     function cell(view, row, column) {
-        view.table.positionViewAtRow(row, TableView.Contain)
-        view.table.forceLayout()
-        const item = view.table.itemAtCell(column === undefined ? 1 : column, row)
+        table(view).positionViewAtRow(row, TableView.Contain)
+        table(view).forceLayout()
+        const item = table(view).itemAtCell(column === undefined ? 1 : column, row)
         verify(item !== null, "no cell at row " + row)
         return item
     }
 
     function headerCell(view, column) {
-        const item = view.header.itemAtCell(column, 0)
+        const item = findChild(view, "fileListHeader").itemAtCell(column, 0)
         verify(item !== null, "no header cell " + column)
         return item
     }
 
-    function names(view) {
+    function names() {
         const out = []
-        for (let row = 0; row < view.viewModel.displayedCount; ++row)
-            out.push(view.viewModel.pathsOf([view.viewModel.fileIdAt(row)])[0].split("/").pop())
+        for (let row = 0; row < vm.fileList.count; ++row)
+            out.push(vm.operations.pathsOf([vm.fileList.fileIdAt(row)])[0].split("/").pop())
         return out
     }
 
-    function selectedRows(view) {
+    function selectedRows() {
         const rows = []
-        for (let row = 0; row < view.viewModel.displayedCount; ++row) {
-            if (view.viewModel.isRowSelected(row))
+        for (let row = 0; row < vm.fileList.count; ++row) {
+            if (vm.selection.isSelected(row))
                 rows.push(row)
         }
         return rows
@@ -96,91 +113,103 @@ TestCase {
     function init() {
         TestDesktop.clear()
     }
+    function initTestCase() {
+        rootReset.reset(testCase)
+    }
+    function cleanup() {
+        rootReset.reset(testCase)
+    }
 
     function test_emptyStates() {
         const view = makeList()
-        const vm = view.viewModel
-        const says = () => [view.emptyState.visible, view.emptyState.title, view.emptyState.message]
+        const says = () => [emptyState(view).visible, emptyState(view).title, emptyState(view).message]
         compare(says(), [true, "No Files Scanned",
                          "Select a folder and click 'Start Scan' to find large files"])
 
         const folder = makeFolder()
-        vm.scanPath = folder.root
-        vm.minFileSizeMB = 1
-        vm.startScan()
-        compare(says(), [true, "Scanning...", vm.scanState.statusMessage])
-        const spinner = findChild(view.emptyState, "scanningIndicator")
+        vm.scan.path = folder.root
+        vm.scan.minFileSizeMB = 1
+        vm.scan.start()
+        compare(says(), [true, "Scanning...", vm.scan.state.statusMessage])
+        const spinner = findChild(emptyState(view), "scanningIndicator")
         verify(spinner.visible && spinner.spinning)
 
-        tryVerify(() => vm.scanState.kind === "completed", 10000)
-        tryCompare(vm, "displayedCount", fileSet.length, 5000)
-        verify(!view.emptyState.visible)
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 10000)
+        tryCompare(vm.fileList, "count", fileSet.length, 5000)
+        verify(!emptyState(view).visible)
 
         // Everything filtered away, then the button brings it all back.
-        vm.categoryFilter = "Videos"
-        vm.searchText = "no such file"
-        tryCompare(view.emptyState, "visible", true)
+        // The category of the largest file, a film, from its badge.
+        const videos = findChild(cell(view, 0, 3), "categoryBadge").category
+        vm.fileList.categoryFilter = videos
+        vm.fileList.searchText = "no such file"
+        tryCompare(emptyState(view), "visible", true)
         compare(says(), [true, "No Matching Files", "Try adjusting your filters or search query"])
-        const clear = findChild(view.emptyState, "emptyClearFilters")
+        const clear = findChild(emptyState(view), "emptyClearFilters")
         verify(clear.visible)
         mouseClick(clear)
-        compare([vm.searchText, vm.categoryFilter], ["", ""])
-        tryCompare(vm, "displayedCount", fileSet.length)
-        verify(!view.emptyState.visible)
+        compare([vm.fileList.searchText, vm.fileList.categoryFilter], ["", -1])
+        tryCompare(vm.fileList, "count", fileSet.length)
+        verify(!emptyState(view).visible)
 
         // The toolbar's count, its search box and its own "Clear Filters".
         const count = findChild(view, "countText")
-        compare(count.text, "7 files • " + vm.formatByteCount(vm.totalScannedSize))
+        compare(count.text, "7 files • " + TextFormat.byteCount(vm.fileList.totalScannedSize))
         const search = findChild(view, "searchField")
         testCase.Window.window.requestActivate()
         mouseClick(search)
         for (const key of "mov")
             keyClick(key)
-        compare(vm.searchText, "mov")
-        tryCompare(vm, "displayedCount", 1)
-        compare(count.text, "1 files • " + vm.formatByteCount(vm.totalScannedSize))
+        compare(vm.fileList.searchText, "mov")
+        tryCompare(vm.fileList, "count", 1)
+        compare(count.text, "1 files • " + TextFormat.byteCount(vm.fileList.totalScannedSize))
         const clearSearch = findChild(view, "clearSearch")
         verify(clearSearch.visible)
         mouseClick(clearSearch)
-        compare([vm.searchText, search.text, clearSearch.visible], ["", "", false])
-        tryCompare(vm, "displayedCount", fileSet.length)
-        vm.categoryFilter = "Installers"
-        tryCompare(vm, "displayedCount", 1)
+        compare([vm.fileList.searchText, search.text, clearSearch.visible], ["", "", false])
+        tryCompare(vm.fileList, "count", fileSet.length)
+        const installers = findChild(cell(view, 2, 3), "categoryBadge").category
+        vm.fileList.categoryFilter = installers
+        tryCompare(vm.fileList, "count", 1)
         mouseClick(findChild(view, "toolbarClearFilters"))
-        compare(vm.categoryFilter, "")
-        tryCompare(vm, "displayedCount", fileSet.length)
+        compare(vm.fileList.categoryFilter, -1)
+        tryCompare(vm.fileList, "count", fileSet.length)
     }
 
     function test_headerClicksChooseTheSortOption() {
         const view = makeList()
-        const vm = view.viewModel
         scan(view, makeFolder())
-        compare(vm.sortOption, 0) // Size (Largest)
-        compare(names(view)[0], "holiday.mov")
+        compare(vm.fileList.sortOption, 0 /* Size (Largest) */)
+        compare(names()[0], "holiday.mov")
+        // The model's own titles head the columns.
+        compare([0, 1, 2, 3, 4, 5].map(column => headerCell(view, column).display),
+                ["", "Name", "Size", "Category", "Modified", "Status"])
 
         // [column clicked, sort option, first name]: Size flips to smallest first; Category,
-        // Status and the icon column sort nothing; Name goes A to Z then Z to A; Modified oldest
-        // first, then newest.
+        // Status and the icon column sort nothing; Name goes A to Z then Z to A; Modified newest
+        // first, then oldest.
         for (const [column, option, first] of [[2, 1, "report.pdf"], [3, 1, "report.pdf"],
                                                [5, 1, "report.pdf"], [0, 1, "report.pdf"],
                                                [1, 2, "album.flac"], [1, 3, "setup.dmg"],
-                                               [4, 5, "report.pdf"], [4, 4, "panorama.tiff"]]) {
+                                               [4, 4, "panorama.tiff"], [4, 5, "report.pdf"]]) {
             mouseClick(headerCell(view, column))
-            compare(vm.sortOption, option, "column " + column)
-            tryVerify(() => names(view)[0] === first, 5000, "column " + column)
+            compare(vm.fileList.sortOption, option, "column " + column)
+            tryVerify(() => names()[0] === first, 5000, "column " + column)
         }
+        // Only the sorted column is marked, with its direction.
+        compare([0, 1, 2, 3, 4, 5].map(column => headerCell(view, column).sorted),
+                [false, false, false, false, true, false])
+        verify(vm.fileList.sortAscending)
 
-        // The picker chooses, then a header click wins again.
+        // The picker chooses, then a header click wins again: another column starts on its
+        // natural order, the largest first for Size.
         const picker = findChild(view, "sortPicker")
         picker.currentIndex = 2
         picker.activated(2)
-        compare([vm.sortOption, view.sortOrder[0].key], [2, "name"])
+        compare([vm.fileList.sortOption, vm.fileList.sortColumn], [2, 1])
         mouseClick(headerCell(view, 2))
-        compare([vm.sortOption, view.sortOrder[0].key, view.sortOrder[0].ascending], [1, "size", true])
-
-        // An empty order changes nothing.
-        view.sortOrder = []
-        compare(vm.sortOption, 1)
+        compare([vm.fileList.sortOption, vm.fileList.sortColumn, vm.fileList.sortAscending],
+                [0 /* Size (Largest) */, 2, false])
     }
 
     function test_modifiedColumnSaysHowLongAgo() {
@@ -189,14 +218,15 @@ TestCase {
         // Largest first: holiday.mov (2 days), backup.zip (3 hours), setup.dmg (40 days).
         compare([0, 1, 2].map(row => findChild(cell(view, row, 4), "modifiedText").text),
                 ["2 days ago", "3 hours ago", "1 month ago"])
-        compare(findChild(cell(view, 3, 3), "categoryBadge").category, "Other")
+        const badge = findChild(cell(view, 3, 3), "categoryBadge")
+        compare(badge.categoryName, "Other")
+        verify(badge.category >= 0)
         // An installer is safe to delete, a film is not.
         compare([2, 0].map(row => findChild(cell(view, row, 5), "safeBadge").isSafe), [true, false])
     }
 
     function test_selectionByMouse() {
         const view = makeList()
-        const vm = view.viewModel
         scan(view, makeFolder())
 
         const ctrl = Qt.ControlModifier, shift = Qt.ShiftModifier
@@ -207,25 +237,24 @@ TestCase {
                                                            [3, 1, ctrl, [2, 4, 5, 6]],
                                                            [1, 5, 0, [1]]]) {
             mouseClick(cell(view, row, column), 10, 10, Qt.LeftButton, modifiers)
-            compare(selectedRows(view), selected, "click on row " + row)
+            compare(selectedRows(), selected, "click on row " + row)
         }
-        compare(vm.selectedCount, 1)
+        compare(vm.selection.count, 1)
 
         // A double click selects and reveals, and never opens the file: with no file manager
         // answering, the file's folder is what gets opened.
         mouseDoubleClickSequence(cell(view, 2))
         tryCompare(TestDesktop.opened, "length", 1)
         verify(TestDesktop.opened[0].endsWith("/Downloads"), TestDesktop.opened[0])
-        compare(selectedRows(view), [2])
+        compare(selectedRows(), [2])
     }
 
     function test_selectionByKeys() {
         const view = makeList()
-        const vm = view.viewModel
         scan(view, makeFolder())
         testCase.Window.window.requestActivate()
         mouseClick(cell(view, 1))
-        verify(view.table.activeFocus)
+        verify(table(view).activeFocus)
 
         const shift = Qt.ShiftModifier
         // [key, modifiers, selected rows after it]; Up on the first row stays there.
@@ -236,7 +265,7 @@ TestCase {
                                                    [Qt.Key_Home, shift, [0, 1, 2, 3, 4, 5, 6]],
                                                    [Qt.Key_Home, 0, [0]], [Qt.Key_Up, 0, [0]]]) {
             keyClick(key, modifiers)
-            compare(selectedRows(view), selected)
+            compare(selectedRows(), selected)
         }
 
         // Enter shows the selection in the file manager (here: its folder is opened).
@@ -247,41 +276,39 @@ TestCase {
 
     function test_deleteKeyMovesTheSelectionToTheTrash() {
         const view = makeList()
-        const vm = view.viewModel
         const folder = makeFolder()
         scan(view, folder)
         testCase.Window.window.requestActivate()
         mouseClick(cell(view, 0))
         keyClick(Qt.Key_Down, Qt.ShiftModifier)
-        compare(vm.selectedCount, 2)
+        compare(vm.selection.count, 2)
         keyClick(Qt.Key_Delete)
-        tryCompare(vm, "fileCount", 5, 10000)
-        compare(vm.selectedCount, 0)
+        tryCompare(vm.fileList, "fileCount", 5, 10000)
+        compare(vm.selection.count, 0)
         compare(["Movies/holiday.mov", "Archives/backup.zip", "Downloads/setup.dmg"].map(
                     path => folder.exists(path)), [false, false, true])
 
         // Ctrl+Backspace does the same.
-        tryCompare(vm, "displayedCount", 5)
+        tryCompare(vm.fileList, "count", 5)
         mouseClick(cell(view, 0))
         keyClick(Qt.Key_Backspace, Qt.ControlModifier)
-        tryCompare(vm, "fileCount", 4, 10000)
+        tryCompare(vm.fileList, "fileCount", 4, 10000)
         verify(!folder.exists("Downloads/setup.dmg"))
     }
 
     function test_contextMenuActsOnTheClickedSet() {
         const view = makeList()
-        const vm = view.viewModel
         const folder = makeFolder()
         scan(view, folder)
-        const menu = view.contextMenu
+        const menu = contextMenu(view)
 
         // Outside the selection: the clicked row alone, the selection untouched.
         mouseClick(cell(view, 0))
         mouseClick(cell(view, 1), 10, 10, Qt.LeftButton, Qt.ControlModifier)
         mouseClick(cell(view, 3), 10, 10, Qt.RightButton)
         tryCompare(menu, "opened", true)
-        compare([menu.selection, menu.file, view.contextRow], [[vm.fileIdAt(3)], vm.fileIdAt(3), 3])
-        compare(selectedRows(view), [0, 1])
+        compare([menu.selection, menu.file, tableView(view).contextRow], [[vm.fileList.fileIdAt(3)], vm.fileList.fileIdAt(3), 3])
+        compare(selectedRows(), [0, 1])
         compare([0, 1, 2, 4].map(i => menu.itemAt(i).text),
                 ["Show in File Manager", "Open", "Copy Path", "Move to Trash"])
 
@@ -290,19 +317,19 @@ TestCase {
         tryCompare(menu, "opened", false)
         compare(TestDesktop.opened.length, 1)
         verify(TestDesktop.opened[0].endsWith("/Other/data.bin"), TestDesktop.opened[0])
-        compare(view.contextRow, -1)
+        compare(tableView(view).contextRow, -1)
 
         // Inside a selection of three: all three go to the Trash.
         mouseClick(cell(view, 4), 10, 10, Qt.LeftButton, Qt.ControlModifier)
-        compare(selectedRows(view), [0, 1, 4])
+        compare(selectedRows(), [0, 1, 4])
         mouseClick(cell(view, 1), 10, 10, Qt.RightButton)
         tryCompare(menu, "opened", true)
         compare([menu.selection.length, menu.selectedFiles.length], [3, 3])
         mouseClick(menu.itemAt(4))
-        tryCompare(vm, "fileCount", 4, 10000)
+        tryCompare(vm.fileList, "fileCount", 4, 10000)
         compare(["Movies/holiday.mov", "Archives/backup.zip", "Pictures/panorama.tiff",
                  "Other/data.bin"].map(path => folder.exists(path)), [false, false, false, true])
-        compare(vm.selectedCount, 0)
+        compare(vm.selection.count, 0)
     }
 
     function test_columnsResizeByTheirGrips() {
@@ -310,21 +337,20 @@ TestCase {
         scan(view, makeFolder())
         const grip = findChild(headerCell(view, 2), "grip2")
         mouseDrag(grip, grip.width / 2, grip.height / 2, 60, 0)
-        tryCompare(view.columnWidths, "2", 160)
+        tryCompare(tableView(view).columnWidths, "2", 160)
         tryCompare(headerCell(view, 2), "width", 160)
         mouseDrag(grip, grip.width / 2, grip.height / 2, -200, 0)
-        tryCompare(view.columnWidths, "2", 80) // its minimum
+        tryCompare(tableView(view).columnWidths, "2", 80) // its minimum
         // The name column fills whatever the others leave.
         let others = 0
         for (let c = 0; c < 6; ++c)
-            others += c === 1 ? 0 : view.columnWidths[c]
-        compare(view.widthOf(1), Math.max(300, view.table.width - others))
+            others += c === 1 ? 0 : tableView(view).columnWidths[c]
+        compare(tableView(view).widthOf(1), Math.max(300, table(view).width - others))
     }
 
     // Pictures of each state, beside the test binary, to look at.
     function test_zLooks() {
         const view = makeList()
-        const vm = view.viewModel
         const shot = (name, item) => {
             wait(300)
             grabImage(item || view).save("filelist-" + name + ".png")
@@ -342,17 +368,17 @@ TestCase {
                         (i * i * 5000) % (800 * day))
         }
         // A big real tree keeps the scan busy long enough to be seen.
-        vm.scanPath = "/usr"
-        vm.startScan()
+        vm.scan.path = "/usr"
+        vm.scan.start()
         shot("scanning")
-        vm.stopScan()
-        tryVerify(() => !vm.isScanning)
+        vm.scan.stop()
+        tryVerify(() => !vm.scan.isScanning)
         wait(200)
-        vm.scanPath = folder.root
-        vm.minFileSizeMB = 1
-        vm.startScan()
-        tryVerify(() => vm.scanState.kind === "completed", 10000)
-        tryCompare(vm, "displayedCount", 64, 5000)
+        vm.scan.path = folder.root
+        vm.scan.minFileSizeMB = 1
+        vm.scan.start()
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 10000)
+        tryCompare(vm.fileList, "count", 64, 5000)
 
         mouseClick(cell(view, 1))
         mouseClick(cell(view, 3), 10, 10, Qt.LeftButton, Qt.ControlModifier)
@@ -360,16 +386,16 @@ TestCase {
         shot("results")
 
         mouseClick(cell(view, 8), 60, 20, Qt.RightButton)
-        tryCompare(view.contextMenu, "opened", true)
+        tryCompare(contextMenu(view), "opened", true)
         shot("menu", testCase.Window.window.contentItem)
-        view.contextMenu.close()
+        contextMenu(view).close()
 
         mouseClick(headerCell(view, 1))
-        tryVerify(() => vm.sortOption === 2)
+        tryVerify(() => vm.fileList.sortOption === 2)
         shot("by-name")
 
-        vm.searchText = "nothing like this"
-        tryCompare(view.emptyState, "visible", true)
+        vm.fileList.searchText = "nothing like this"
+        tryCompare(emptyState(view), "visible", true)
         shot("nomatch")
     }
 }

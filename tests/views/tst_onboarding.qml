@@ -17,13 +17,17 @@ TestCase {
             height: 560
         }
     }
-    Component {
-        id: preferencesComponent
-        Preferences {}
+    // The one store of preferences; the flag is put back after each test.
+    readonly property Preferences seen: RavelinthViewModel.preferences
+    property bool seenBefore
+    function init() {
+        seenBefore = seen.hasSeenOnboarding
     }
-
-    function shownPage(view) {
-        return view.pageView.itemAt(view.currentPage)
+    function cleanup() {
+        seen.hasSeenOnboarding = seenBefore
+    }
+    function part(view, name) {
+        return findChild(view, name)
     }
 
     function test_pagesReadExactly() {
@@ -41,7 +45,7 @@ TestCase {
         ]
         compare(view.pages.length, 5)
         for (let i = 0; i < expected.length; ++i) {
-            const page = view.pageView.itemAt(i)
+            const page = part(view, "pageView").itemAt(i)
             compare(findChild(page, "title").text, expected[i][0])
             compare(findChild(page, "subtitle").text, expected[i][1])
             compare(findChild(page, "description").text, expected[i][2])
@@ -51,38 +55,38 @@ TestCase {
     }
 
     function test_pagingWithBackNextAndGetStarted() {
-        const seen = createTemporaryObject(preferencesComponent, testCase)
         seen.hasSeenOnboarding = false
         const view = createTemporaryObject(onboardingComponent, testCase)
+        const backButton = part(view, "backButton")
+        const nextButton = part(view, "nextButton")
         compare(view.currentPage, 0)
-        verify(!view.backButton.visible)
-        compare(view.nextButton.title, "Next")
+        verify(!backButton.visible)
+        compare(nextButton.title, "Next")
         for (let page = 1; page <= 4; ++page) {
             wait(450)
             grabImage(view).save("onboarding-" + (page - 1) + ".png")
-            mouseClick(view.nextButton)
+            mouseClick(nextButton)
             compare(view.currentPage, page)
-            verify(view.backButton.visible)
+            verify(backButton.visible)
         }
-        compare(view.nextButton.title, "Get Started")
+        compare(nextButton.title, "Get Started")
         wait(450)
         grabImage(view).save("onboarding-4.png")
-        mouseClick(view.backButton)
+        mouseClick(backButton)
         compare(view.currentPage, 3)
-        compare(view.nextButton.title, "Next")
-        mouseClick(view.nextButton)
+        compare(nextButton.title, "Next")
+        mouseClick(nextButton)
         verify(!seen.hasSeenOnboarding)
-        mouseClick(view.nextButton)
+        mouseClick(nextButton)
         verify(seen.hasSeenOnboarding)
         verify(!view.isPresented)
     }
 
     function test_closingOtherwiseLeavesTheFlagAndReopeningStartsOver() {
-        const seen = createTemporaryObject(preferencesComponent, testCase)
         seen.hasSeenOnboarding = false
         const view = createTemporaryObject(onboardingComponent, testCase)
-        mouseClick(view.nextButton)
-        mouseClick(view.nextButton)
+        mouseClick(part(view, "nextButton"))
+        mouseClick(part(view, "nextButton"))
         compare(view.currentPage, 2)
         view.isPresented = false
         verify(!seen.hasSeenOnboarding)

@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Ravelinth
+import RavelinthTest
 
 // The scan control panel as a user meets it: the button and the progress strip follow the scan,
 // the threshold menu, the preset buttons, the hidden-files switch, and the progress texts.
@@ -18,17 +19,11 @@ TestCase {
             width: 1000
             height: 420
             color: Theme.windowBackground
-            property alias view: view
-            property alias viewModel: model
-            RavelinthViewModel {
-                id: model
-            }
             ScannerView {
-                id: view
+                objectName: "scannerView"
                 x: 16
                 y: 16
                 width: 968
-                viewModel: model
             }
         }
     }
@@ -40,10 +35,24 @@ TestCase {
         }
     }
 
+    readonly property var model: RavelinthViewModel.scan
+    RootReset {
+        id: rootReset
+    }
+    function initTestCase() {
+        rootReset.reset(testCase)
+    }
+    function cleanup() {
+        rootReset.reset(testCase)
+    }
+
     function makeScanner() {
         const page = createTemporaryObject(scannerComponent, testCase)
         verify(page)
         return page
+    }
+    function scanner(page) {
+        return findChild(page, "scannerView")
     }
 
     // A folder large enough that a scan of it is still running when the test looks.
@@ -51,47 +60,48 @@ TestCase {
 
     function test_buttonAndStripFollowTheScanState() {
         const page = makeScanner()
-        const view = page.view
-        const model = page.viewModel
+        const view = scanner(page)
         const strip = findChild(view, "scanProgress")
 
-        const expectIdle = state => {
-            compare(model.scanState.kind, state)
-            compare([view.scanButton.title, view.scanButton.style, view.scanButton.icon],
-                    ["Start Scan", "primary", "play.fill"], state)
-            verify(!strip.visible, state)
+        const scanButton = findChild(view, "scanButton")
+        const expectIdle = phase => {
+            compare(model.state.phase, phase)
+            compare([scanButton.title, scanButton.style, scanButton.icon],
+                    ["Start Scan", "primary", "play.fill"], phase)
+            verify(!strip.visible, phase)
         }
-        expectIdle("idle")
+        // Every test starts after the scan of an empty folder.
+        expectIdle(ScanPhase.Completed)
 
-        model.scanPath = largeFolder
-        mouseClick(view.scanButton)
-        compare(model.scanState.kind, "scanning")
-        compare([view.scanButton.title, view.scanButton.style, view.scanButton.icon],
+        model.path = largeFolder
+        mouseClick(scanButton)
+        compare(model.state.phase, ScanPhase.Scanning)
+        compare([scanButton.title, scanButton.style, scanButton.icon],
                 ["Stop Scan", "destructive", "stop.fill"])
-        verify(!view.scanButton.isLoading)
+        verify(!scanButton.isLoading)
         verify(strip.visible)
-        tryVerify(() => model.scanState.filesScanned > 0, 10000)
-        compare(findChild(strip, "statusMessage").text, model.scanState.statusMessage)
+        tryVerify(() => model.state.filesScanned > 0, 10000)
+        compare(findChild(strip, "statusMessage").text, model.state.statusMessage)
 
-        mouseClick(view.scanButton)
-        expectIdle("cancelled")
-        tryVerify(() => model.scanState.kind === "completed", 20000)
-        expectIdle("completed")
+        mouseClick(scanButton)
+        expectIdle(ScanPhase.Cancelled)
+        tryVerify(() => model.state.phase === ScanPhase.Completed, 20000)
+        expectIdle(ScanPhase.Completed)
 
         // A folder that is not there ends in the error state.
-        model.scanPath = "/nonexistent/ravelinth-test"
-        mouseClick(view.scanButton)
-        tryVerify(() => model.scanState.kind === "error", 5000)
-        expectIdle("error")
-        compare(model.errorMessage, "Path not found: /nonexistent/ravelinth-test")
+        model.path = "/nonexistent/ravelinth-test"
+        mouseClick(scanButton)
+        tryVerify(() => model.state.phase === ScanPhase.Error, 5000)
+        expectIdle(ScanPhase.Error)
+        compare(RavelinthViewModel.errorMessage, "Path not found: /nonexistent/ravelinth-test")
     }
 
     function test_thresholdMenuSetsTheMinimumSize() {
         const page = makeScanner()
-        const view = page.view
-        const model = page.viewModel
-        const menu = view.thresholdMenu
-        compare([model.minFileSizeMB, view.minSizeField.text], [100, "100"])
+        const view = scanner(page)
+        const menu = findChild(view, "thresholdMenu")
+        const minSizeField = findChild(view, "minSizeField")
+        compare([model.minFileSizeMB, minSizeField.text], [100, "100"])
         compare(Array.from({ length: menu.count }, (_, i) => menu.itemAt(i).text),
                 ["10 MB", "25 MB", "50 MB", "100 MB", "250 MB", "500 MB", "1 GB"])
 
@@ -100,88 +110,89 @@ TestCase {
         mouseClick(menu.itemAt(6))
         tryCompare(menu, "visible", false)
         compare(model.minFileSizeMB, 1024)
-        compare(Number.fromLocaleString(Qt.locale(), view.minSizeField.text), 1024)
+        compare(Number.fromLocaleString(Qt.locale(), minSizeField.text), 1024)
         menu.popup()
         tryCompare(menu, "opened", true)
         mouseClick(menu.itemAt(1))
-        compare([model.minFileSizeMB, view.minSizeField.text], [25, "25"])
+        compare([model.minFileSizeMB, minSizeField.text], [25, "25"])
 
         // Typing a number sets it too; leaving the field shows what was stored.
-        view.minSizeField.forceActiveFocus()
-        view.minSizeField.selectAll()
+        minSizeField.forceActiveFocus()
+        minSizeField.selectAll()
         keyClick("7")
         keyClick("5")
         compare(model.minFileSizeMB, 75)
         keyClick(Qt.Key_Tab)
-        compare(view.minSizeField.text, "75")
+        compare(minSizeField.text, "75")
     }
 
     function test_quickScanReplacesThePathAndStarts() {
         const page = makeScanner()
-        const view = page.view
-        const model = page.viewModel
+        const view = scanner(page)
+        const pathField = findChild(view, "pathField")
         // One button per location; the table itself is checked in tst_classification.
         for (const location of AppContext.quickAccessLocations)
             compare(findChild(view, "quickScan_" + location.name).location.path, location.path)
 
-        view.pathField.forceActiveFocus()
-        view.pathField.selectAll()
+        pathField.forceActiveFocus()
+        pathField.selectAll()
         keyClick(Qt.Key_X)
-        compare(model.scanPath, "x")
+        compare(model.path, "x")
 
         const applications = findChild(view, "quickScan_Applications")
         mouseClick(applications)
         const path = applications.location.path
-        compare([model.scanPath, view.pathField.text, model.scanState.kind, model.scanState.path],
-                [path, path, "scanning", path])
+        compare([model.path, pathField.text, model.state.phase, model.state.path],
+                [path, path, ScanPhase.Scanning, path])
 
         // While a scan runs a preset still replaces the path but starts nothing new.
         const home = findChild(view, "quickScan_Home")
         mouseClick(home)
-        compare([model.scanPath, model.scanState.kind, model.scanState.path],
-                [home.location.path, "scanning", path])
-        model.stopScan()
+        compare([model.path, model.state.phase, model.state.path],
+                [home.location.path, ScanPhase.Scanning, path])
+        model.stop()
     }
 
     function test_hiddenFilesSwitch() {
         const page = makeScanner()
-        const box = findChild(page.view, "hiddenFilesBox")
+        const box = findChild(scanner(page), "hiddenFilesBox")
         compare(box.text, "Hidden Files")
-        verify(!page.viewModel.includeHiddenFiles)
+        verify(!model.includeHiddenFiles)
         mouseClick(box)
-        verify(page.viewModel.includeHiddenFiles)
-        page.viewModel.includeHiddenFiles = false
+        verify(model.includeHiddenFiles)
+        model.includeHiddenFiles = false
         verify(!box.checked)
     }
 
     function test_progressStripTexts() {
         const forty = "abcdefghijklmnopqrstuvwxyz0123456789.mkv" // 40 characters
         const strip = createTemporaryObject(progressComponent, testCase, {
-            scanState: { kind: "scanning", statusMessage: "Scanning: " + forty + "\nFiles: 1234567",
-                         path: "/data", currentFile: "/data/films/" + forty,
-                         filesScanned: 1234567, bytesScanned: 1500000 }
+            statusMessage: "Scanning: " + forty + "\nFiles: 1234567",
+            currentFile: "/data/films/" + forty, filesScanned: 1234567, bytesScanned: 1500000
         })
         const text = name => findChild(strip, name).text
         const pill = name => findChild(findChild(strip, name), "statPillValue").text
         compare([text("currentFileName"), pill("filesPill"), pill("bytesPill"), text("statusMessage")],
-                [forty, AppContext.formatGroupedInteger(1234567), "1.5 MB",
+                [forty, TextFormat.groupedInteger(1234567), "1.5 MB",
                  "Scanning: " + forty + "\nFiles: 1234567"])
 
-        strip.scanState = { kind: "scanning", statusMessage: "", currentFile: "/data/x" + forty,
-                            filesScanned: 0, bytesScanned: 0 }
+        strip.statusMessage = ""
+        strip.currentFile = "/data/x" + forty
+        strip.filesScanned = 0
+        strip.bytesScanned = 0
         compare([text("currentFileName"), pill("bytesPill")],
                 [("x" + forty).substring(0, 37) + "...", "Zero KB"])
 
         // At the start of a scan there is no file yet.
-        strip.scanState = { kind: "scanning", statusMessage: "Scanning: ", currentFile: "",
-                            filesScanned: 0, bytesScanned: 0 }
+        strip.statusMessage = "Scanning: "
+        strip.currentFile = ""
         compare(text("currentFileName"), "")
     }
 
     function test_tabWalksTheControlsInReadingOrder() {
         const page = makeScanner()
-        const view = page.view
-        view.pathField.forceActiveFocus()
+        const view = scanner(page)
+        findChild(view, "pathField").forceActiveFocus()
         const order = ["pathField", "browseButton", "minSizeField", "thresholdButton",
                        "hiddenFilesBox", "scanButton", "quickScan_Home", "quickScan_Downloads"]
         for (let i = 1; i < order.length; ++i) {
@@ -190,17 +201,17 @@ TestCase {
         }
         // Space on a focused preset button scans that folder.
         keyClick(Qt.Key_Space)
-        compare(page.viewModel.scanPath, AppContext.quickAccessLocations[1].path)
-        page.viewModel.stopScan()
+        compare(model.path, AppContext.quickAccessLocations[1].path)
+        model.stop()
     }
 
     function test_zzScreenshot() {
         const page = makeScanner()
-        page.viewModel.scanPath = largeFolder
-        page.viewModel.startScan()
-        tryVerify(() => page.viewModel.scanState.filesScanned > 0, 10000)
+        model.path = largeFolder
+        model.start()
+        tryVerify(() => model.state.filesScanned > 0, 10000)
         wait(300)
         grabImage(page).save("scanner-scanning.png")
-        page.viewModel.stopScan()
+        model.stop()
     }
 }

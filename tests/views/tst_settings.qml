@@ -14,19 +14,36 @@ TestCase {
     Component {
         id: settingsComponent
         Rectangle {
-            property alias view: view
             width: 450
             height: 350
             color: Theme.windowBackground
             SettingsView {
-                id: view
+                objectName: "settingsView"
                 anchors.fill: parent
             }
         }
     }
     Component {
-        id: preferencesComponent
-        Preferences {}
+        id: settingsWindowComponent
+        SettingsWindow {}
+    }
+
+    // The one store of preferences; each test puts back what it changed.
+    readonly property Preferences preferences: RavelinthViewModel.preferences
+    property var storedBefore
+    function init() {
+        storedBefore = {}
+        for (const key of ["defaultMinSizeMB", "includeHiddenFiles", "skipSystemDirectories",
+                           "showSizesInBinary", "confirmBeforeDelete"])
+            storedBefore[key] = preferences[key]
+    }
+    function cleanup() {
+        for (const key in storedBefore)
+            preferences[key] = storedBefore[key]
+        RavelinthViewModel.showSettings = false
+    }
+    function part(page, name) {
+        return findChild(page, name)
     }
 
     function texts(item, found) {
@@ -56,45 +73,46 @@ TestCase {
 
     function test_choicesAndTogglesAreStoredAtOnce() {
         const page = createTemporaryObject(settingsComponent, testCase)
-        const view = page.view
-        compare(view.sizePicker.count, 7)
-        choose(view.sizePicker, 6)
-        compare(view.sizePicker.currentText, "1 GB")
-        compare(Number(view.preferences.defaultMinSizeMB), 1024)
+        const sizePicker = part(page, "sizePicker")
+        compare(sizePicker.count, 7)
+        choose(sizePicker, 6)
+        compare(sizePicker.currentText, "1 GB")
+        compare(Number(preferences.defaultMinSizeMB), 1024)
         verify(TestFiles.settingsFileText().indexOf("defaultMinSizeMB=1024\n") >= 0,
                TestFiles.settingsFileText())
 
-        const before = view.preferences.confirmBeforeDelete
-        mouseClick(view.confirmDeleteToggle)
-        compare(view.preferences.confirmBeforeDelete, !before)
+        const before = preferences.confirmBeforeDelete
+        mouseClick(part(page, "confirmDeleteToggle"))
+        compare(preferences.confirmBeforeDelete, !before)
         verify(TestFiles.settingsFileText().indexOf("confirmBeforeDelete=" + !before) >= 0)
 
         // A second view over the same store reads what the first wrote.
         const other = createTemporaryObject(settingsComponent, testCase)
-        compare(other.view.sizePicker.currentIndex, 6)
-        compare(other.view.confirmDeleteToggle.checked, !before)
+        compare(part(other, "sizePicker").currentIndex, 6)
+        compare(part(other, "confirmDeleteToggle").checked, !before)
     }
 
     function test_unmatchedStoredSizeShowsNoChoiceAndIsKept() {
-        const elsewhere = createTemporaryObject(preferencesComponent, testCase)
-        elsewhere.defaultMinSizeMB = 75.0
+        preferences.defaultMinSizeMB = 75.0
         const page = createTemporaryObject(settingsComponent, testCase)
-        const view = page.view
-        compare(view.sizePicker.currentIndex, -1)
-        compare(view.sizePicker.displayText, "")
-        mouseClick(view.hiddenFilesToggle)
-        mouseClick(view.binarySizesToggle)
-        compare(Number(elsewhere.defaultMinSizeMB), 75)
+        const sizePicker = part(page, "sizePicker")
+        compare(sizePicker.currentIndex, -1)
+        compare(sizePicker.displayText, "")
+        mouseClick(part(page, "hiddenFilesToggle"))
+        mouseClick(part(page, "binarySizesToggle"))
+        compare(Number(preferences.defaultMinSizeMB), 75)
+        verify(TestFiles.settingsFileText().indexOf("defaultMinSizeMB=75\n") >= 0,
+               TestFiles.settingsFileText())
         wait(200)
         grabImage(page).save("settings-general-unmatched.png")
-        choose(view.sizePicker, 2)
-        compare(Number(elsewhere.defaultMinSizeMB), 50)
+        choose(sizePicker, 2)
+        compare(Number(preferences.defaultMinSizeMB), 50)
     }
 
     function test_shortcutsUseThisPlatformsKeys() {
         const page = createTemporaryObject(settingsComponent, testCase)
         mouseClick(findChild(page, "shortcutsTab"))
-        compare(page.view.currentTab, 1)
+        compare(part(page, "settingsView").currentTab, 1)
         const rows = shortcutRows(page)
         compare(rows, [["Ctrl N", "New Scan"], ["Ctrl O", "Browse for Folder"], ["Ctrl .", "Stop Scan"],
                        ["Ctrl F", "Search Files"], ["Ctrl A", "Select All"], ["Ctrl Shift A", "Deselect All"],
@@ -107,34 +125,29 @@ TestCase {
     function test_aboutNamesThisPlatform() {
         const page = createTemporaryObject(settingsComponent, testCase)
         mouseClick(findChild(page, "aboutTab"))
-        compare(page.view.currentTab, 2)
+        compare(part(page, "settingsView").currentTab, 2)
         const shown = texts(page)
         verify(shown.indexOf("Version 1.0") >= 0)
         verify(shown.indexOf("A powerful disk space analyzer for Linux. Find and clean up large files, installers, and archives to free up storage space.") >= 0)
         wait(200)
         grabImage(page).save("settings-about.png")
         mouseClick(findChild(page, "generalTab"))
-        compare(page.view.currentTab, 0)
-    }
-
-    Component {
-        id: viewModelComponent
-        RavelinthViewModel {}
+        compare(part(page, "settingsView").currentTab, 0)
     }
 
     function test_windowIsFixedSizeAndWithdrawsTheRequestOnClose() {
-        const vm = createTemporaryObject(viewModelComponent, testCase)
+        const vm = RavelinthViewModel
         vm.showSettings = true
-        const window = createTemporaryObject(Qt.createComponent("qrc:/Ravelinth/SettingsWindow.qml"), null,
-                                             { viewModel: vm })
+        const window = createTemporaryObject(settingsWindowComponent, null)
+        const view = () => findChild(window.contentItem, "settingsLoader").item
         compare(window.width, 450)
         compare(window.height, 350)
-        compare(window.view, null)
+        compare(view(), null)
         window.show()
-        tryVerify(() => window.view !== null)
-        compare(window.view.currentTab, 0)
+        tryVerify(() => view() !== null)
+        compare(view().currentTab, 0)
         window.close()
         verify(!vm.showSettings)
-        tryVerify(() => window.view === null)
+        tryVerify(() => view() === null)
     }
 }

@@ -11,9 +11,19 @@ TestCase {
     width: 260
     height: 820
 
-    Component {
-        id: viewModelComponent
-        RavelinthViewModel {}
+    readonly property var vm: RavelinthViewModel
+    RootReset {
+        id: rootReset
+    }
+    function initTestCase() {
+        rootReset.reset(testCase)
+    }
+    function cleanup() {
+        rootReset.reset(testCase)
+    }
+    // The sidebar's parts, by name.
+    function part(sidebar, name) {
+        return findChild(sidebar, name)
     }
     Component {
         id: sidebarComponent
@@ -24,51 +34,62 @@ TestCase {
     }
 
     function test_beforeAnyScan() {
-        const vm = createTemporaryObject(viewModelComponent, testCase)
-        const sidebar = createTemporaryObject(sidebarComponent, testCase, { viewModel: vm })
-        compare(sidebar.quickAccessRows.count, 6)
-        compare(sidebar.quickAccessRows.itemAt(0).location.name, "Home")
-        compare(sidebar.allFilesRow.count, 0)
-        verify(!sidebar.allFilesRow.badge.visible)
-        verify(sidebar.allFilesRow.isSelected)
-        compare(sidebar.categoryRows.count, 0)
-        // The storage section is only a header until the disk report arrives.
-        verify(!sidebar.hasDiskInfo)
+        const sidebar = createTemporaryObject(sidebarComponent, testCase)
+        const allFiles = part(sidebar, "allFilesRow")
+        compare(part(sidebar, "quickAccessRows").count, 6)
+        compare(part(sidebar, "quickAccessRows").itemAt(0).location.name, "Home")
+        compare(allFiles.count, 0)
+        verify(!findChild(allFiles, "badge").visible)
+        verify(allFiles.isSelected)
+        // Every category is listed, each with nothing in it yet.
+        const rows = part(sidebar, "categoryRows")
+        compare(rows.count, vm.categoryStats.count)
+        for (let i = 0; i < rows.count; ++i)
+            compare(rows.itemAt(i).count, 0, rows.itemAt(i).title)
+        // The storage section is only a header until the disk report arrives (the dashboard's
+        // test sees the root before its first report).
+        const disk = part(sidebar, "diskLoader")
+        compare([sidebar.hasDiskInfo, disk.active], [vm.disk.available, vm.disk.available])
         tryVerify(() => sidebar.hasDiskInfo, 10000)
+        verify(disk.item !== null)
     }
 
     function test_quickAccessRowSetsThePathThenScans() {
-        const vm = createTemporaryObject(viewModelComponent, testCase)
-        const sidebar = createTemporaryObject(sidebarComponent, testCase, { viewModel: vm })
-        vm.scanPath = "/typed/elsewhere"
-        const home = sidebar.quickAccessRows.itemAt(0)
+        const sidebar = createTemporaryObject(sidebarComponent, testCase)
+        vm.scan.path = "/typed/elsewhere"
+        const home = part(sidebar, "quickAccessRows").itemAt(0)
         mouseClick(home)
-        compare(vm.scanPath, AppContext.quickAccessLocations[0].path)
-        compare(vm.scanState.kind, "scanning")
+        compare(vm.scan.path, AppContext.quickAccessLocations[0].path)
+        compare(vm.scan.state.phase, ScanPhase.Scanning)
         verify(home.isSelected)
-        verify(!sidebar.quickAccessRows.itemAt(1).isSelected)
-        tryVerify(() => vm.scanState.kind !== "scanning", 10000)
-        compare(vm.scanState.kind, "completed")
+        verify(!part(sidebar, "quickAccessRows").itemAt(1).isSelected)
+        tryVerify(() => vm.scan.state.phase !== ScanPhase.Scanning, 10000)
+        compare(vm.scan.state.phase, ScanPhase.Completed)
     }
 
     function test_categoryRowsFilterTheList() {
-        const vm = createTemporaryObject(viewModelComponent, testCase)
-        vm.scanPath = TestFiles.sparseTree({
+        vm.scan.path = TestFiles.sparseTree({
             "a.mp4": 300 * 1048576, "b.mov": 200 * 1048576, "c.zip": 150 * 1048576, "d.dmg": 500 * 1048576
         })
-        vm.startScan()
-        tryVerify(() => vm.scanState.kind === "completed", 10000)
-        const sidebar = createTemporaryObject(sidebarComponent, testCase, { viewModel: vm })
-        compare(sidebar.allFilesRow.count, 4)
-        verify(sidebar.allFilesRow.badge.visible)
-        compare(sidebar.categoryRows.count, vm.categoryStats.length)
+        vm.scan.start()
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 10000)
+        const sidebar = createTemporaryObject(sidebarComponent, testCase)
+        const allFiles = part(sidebar, "allFilesRow")
+        const rows = part(sidebar, "categoryRows")
+        compare(allFiles.count, 4)
+        verify(findChild(allFiles, "badge").visible)
+        compare(rows.count, vm.categoryStats.count)
 
+        // Each row shows its category's name and count, largest first.
+        const expected = { "Videos": 2, "Installers": 1, "Archives": 1 }
         let videos = null
         let empty = null
-        for (let i = 0; i < sidebar.categoryRows.count; ++i) {
-            const row = sidebar.categoryRows.itemAt(i)
-            compare(row.title, vm.categoryStats[i].category)
-            compare(row.count, vm.categoryStats[i].fileCount)
+        for (let i = 0; i < rows.count; ++i) {
+            const row = rows.itemAt(i)
+            compare(row.title, row.name)
+            compare(row.count, expected[row.title] || 0, row.title)
+            if (i > 0)
+                verify(rows.itemAt(i - 1).count >= 1 || row.count === 0, row.title)
             if (row.title === "Videos")
                 videos = row
             if (row.count === 0 && empty === null)
@@ -76,30 +97,30 @@ TestCase {
         }
         compare(videos.count, 2)
         verify(empty !== null)
-        verify(!empty.badge.visible)
+        verify(!findChild(empty, "badge").visible)
 
         mouseClick(videos)
-        compare(vm.categoryFilter, "Videos")
-        tryCompare(vm, "displayedCount", 2)
+        compare(vm.fileList.categoryFilter, videos.category)
+        tryCompare(vm.fileList, "count", 2)
         verify(videos.isSelected)
-        verify(!sidebar.allFilesRow.isSelected)
-        compare(videos.badge.color, Theme.withOpacity(videos.tint, 1.0))
+        verify(!allFiles.isSelected)
+        compare(findChild(videos, "badge").color, Theme.withOpacity(videos.tint, 1.0))
         // A second tap keeps the filter: "All Files" is the way back.
         mouseClick(videos)
-        compare(vm.categoryFilter, "Videos")
+        compare(vm.fileList.categoryFilter, videos.category)
         wait(300)
         grabImage(sidebar).save("sidebar-filtered.png")
 
         // Rows answer the keyboard too.
-        sidebar.allFilesRow.forceActiveFocus()
+        allFiles.forceActiveFocus()
         keyClick(Qt.Key_Space)
-        compare(vm.categoryFilter, "")
+        compare(vm.fileList.categoryFilter, -1)
         mouseClick(videos)
-        compare(vm.categoryFilter, "Videos")
-        mouseClick(sidebar.allFilesRow)
-        compare(vm.categoryFilter, "")
-        verify(sidebar.allFilesRow.isSelected)
+        compare(vm.fileList.categoryFilter, videos.category)
+        mouseClick(allFiles)
+        compare(vm.fileList.categoryFilter, -1)
+        verify(allFiles.isSelected)
         verify(!videos.isSelected)
-        tryCompare(vm, "displayedCount", 4)
+        tryCompare(vm.fileList, "count", 4)
     }
 }

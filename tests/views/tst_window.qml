@@ -1,6 +1,7 @@
 import QtQuick
 import QtTest
 import Ravelinth
+import RavelinthTest
 
 // The main window as a user meets it: the toolbar follows the scan, each menu command announces
 // itself and nothing more, select-all takes the listed files even from a text field, the error
@@ -21,7 +22,8 @@ TestCase {
             return null
         if (item.objectName === name)
             return item
-        const children = item.children || []
+        // `data` also holds what is not drawn in place: popups, dialogs, other windows.
+        const children = item.data || item.children || []
         for (let i = 0; i < children.length; ++i) {
             const found = findChild(children[i], name)
             if (found)
@@ -35,10 +37,34 @@ TestCase {
         return null
     }
 
+    readonly property var vm: RavelinthViewModel
+
+    Component {
+        id: mainComponent
+        Main {}
+    }
+    RootReset {
+        id: rootReset
+    }
+    function initTestCase() {
+        rootReset.reset(testCase)
+    }
+    function cleanup() {
+        rootReset.reset(testCase)
+    }
+
+    // The window's parts, by name.
+    function content(window) {
+        return findChild(window.contentItem, "content")
+    }
+    function scannerPart(window, name) {
+        return findChild(findChild(window.contentItem, "scannerView"), name)
+    }
+
     function openWindow() {
-        const window = createTemporaryObject(Qt.createComponent("qrc:/Ravelinth/Main.qml"), null)
+        const window = createTemporaryObject(mainComponent, null)
         verify(window)
-        window.content.showOnboarding = false
+        content(window).showOnboarding = false
         window.requestActivate()
         tryVerify(() => window.active, 5000)
         waitForRendering(window.contentItem)
@@ -51,39 +77,39 @@ TestCase {
         verify(window.height >= 800)
         compare(window.minimumWidth, 1200)
         compare(window.minimumHeight, 800)
-        compare(window.content.selectedTab, "scanner")
-        const dashboardTab = findChild(window.content, "tab_dashboard")
+        compare(content(window).selectedTab, "scanner")
+        const dashboardTab = findChild(content(window), "tab_dashboard")
         compare(dashboardTab.title, "Dashboard")
         mouseClick(dashboardTab)
-        compare(window.content.selectedTab, "dashboard")
+        compare(content(window).selectedTab, "dashboard")
         verify(dashboardTab.isSelected)
-        mouseClick(findChild(window.content, "tab_scanner"))
-        compare(window.content.selectedTab, "scanner")
+        mouseClick(findChild(content(window), "tab_scanner"))
+        compare(content(window).selectedTab, "scanner")
     }
 
     function test_toolbarFirstItemFollowsTheScan() {
         const window = openWindow()
-        const button = window.toolbarScanButton
+        const button = findChild(window.contentItem.parent, "toolbarScanButton")
         compare(button.text, "Scan")
         compare(button.symbol, "play.fill")
         compare(String(button.tint), String(Theme.accent))
 
-        window.viewModel.scanPath = "/usr"
+        vm.scan.path = "/usr"
         mouseClick(button)
-        compare(window.viewModel.scanState.kind, "scanning")
+        compare(vm.scan.state.phase, ScanPhase.Scanning)
         compare(button.text, "Stop")
         compare(button.symbol, "stop.fill")
         compare(String(button.tint), String(Theme.red))
 
         mouseClick(button)
-        compare(window.viewModel.scanState.kind, "cancelled")
+        compare(vm.scan.state.phase, ScanPhase.Cancelled)
         compare(button.text, "Scan")
-        tryVerify(() => window.viewModel.scanState.kind === "completed", 20000)
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 20000)
     }
 
     function test_menuCommandsOnlyAnnounce() {
         const window = openWindow()
-        const model = window.viewModel
+        const phaseBefore = vm.scan.state.phase
         const cases = [
             { key: Qt.Key_N, name: "startNewScan" },
             { key: Qt.Key_O, name: "browseFolder" },
@@ -102,17 +128,18 @@ TestCase {
                    c.name + " carries no object")
         }
         // Nothing acts on them: no scan started, no tab changed.
-        compare(model.scanState.kind, "idle")
-        compare(window.content.selectedTab, "scanner")
+        compare(vm.scan.state.phase, phaseBefore)
+        verify(!vm.scan.isScanning)
+        compare(content(window).selectedTab, "scanner")
 
         // Stop Scan while a scan runs leaves the scan running.
-        model.scanPath = "/usr"
-        model.startScan()
+        vm.scan.path = "/usr"
+        vm.scan.start()
         posted.clear()
         keyClick(Qt.Key_Period, Qt.ControlModifier)
         compare(posted.count, 1)
-        compare(model.scanState.kind, "scanning")
-        model.stopScan()
+        compare(vm.scan.state.phase, ScanPhase.Scanning)
+        vm.scan.stop()
 
         // The Quick Scan entries carry their location keys.
         const scanMenu = window.menuBar.menuAt(2)
@@ -131,7 +158,7 @@ TestCase {
             compare(posted.signalArguments[0][0], "quickScan")
             compare(posted.signalArguments[0][1], expected[i][1])
         }
-        tryVerify(() => model.scanState.kind === "completed", 20000)
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 20000)
     }
 
     function test_menuTitlesAndShortcuts() {
@@ -161,8 +188,8 @@ TestCase {
 
     function test_sidebarHidesAndComesBack() {
         const window = openWindow()
-        const sidebar = findChild(window.content, "sidebar")
-        const scanner = window.content.scannerView
+        const sidebar = findChild(content(window), "sidebar")
+        const scanner = findChild(window.contentItem, "scannerView")
         verify(sidebar.visible)
         const besideSidebar = scanner.mapToItem(window.contentItem, 0, 0).x
         verify(besideSidebar >= 200)
@@ -179,20 +206,19 @@ TestCase {
 
     function test_selectAllTakesTheFilesEvenFromATextField() {
         const window = openWindow()
-        const model = window.viewModel
-        model.minFileSizeMB = 0.001
-        model.scanPath = "/usr/share/common-licenses"
-        model.startScan()
-        tryVerify(() => model.scanState.kind === "completed", 20000)
-        tryVerify(() => model.displayedCount > 0, 10000) // the list is published after the state
-        compare(model.selectedCount, 0)
+        vm.scan.minFileSizeMB = 0.001
+        vm.scan.path = "/usr/share/common-licenses"
+        vm.scan.start()
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 20000)
+        tryVerify(() => vm.fileList.count > 0, 10000) // the list is published after the state
+        compare(vm.selection.count, 0)
 
-        const field = window.content.scannerView.pathField
+        const field = scannerPart(window, "pathField")
         mouseClick(field)
         verify(field.activeFocus)
         posted.clear()
         keyClick(Qt.Key_A, Qt.ControlModifier)
-        compare(model.selectedCount, model.displayedCount)
+        compare(vm.selection.count, vm.fileList.count)
         compare(field.selectedText, "")
         compare(posted.count, 1)
         compare(posted.signalArguments[0][0], "selectAllFiles")
@@ -200,8 +226,8 @@ TestCase {
 
     function test_errorAlert() {
         const window = openWindow()
-        const model = window.viewModel
-        const alert = window.content.errorAlert
+        const model = vm
+        const alert = findChild(content(window), "errorAlert")
         verify(!alert.visible)
         model.errorMessage = "Directory not found: /nowhere"
         tryCompare(alert, "opened", true)
@@ -221,8 +247,8 @@ TestCase {
         compare(model.errorMessage, "")
 
         // A failed scan reaches the user the same way.
-        model.scanPath = "/nonexistent/ravelinth-test"
-        model.startScan()
+        vm.scan.path = "/nonexistent/ravelinth-test"
+        vm.scan.start()
         tryCompare(alert, "opened", true)
         verify(findChild(alert, "errorText").text.indexOf("/nonexistent/ravelinth-test") >= 0)
         keyClick(Qt.Key_Return)
@@ -237,66 +263,63 @@ TestCase {
         compare(model.errorMessage, "")
     }
 
-    Preferences {
-        id: preferences
-    }
-
     function test_firstLaunchShowsTheTutorialLaterOnesDoNot() {
-        const component = Qt.createComponent("qrc:/Ravelinth/Main.qml")
+        const preferences = vm.preferences
+        const seenBefore = preferences.hasSeenOnboarding
         preferences.hasSeenOnboarding = false
-        const first = createTemporaryObject(component, null)
-        verify(first.content.showOnboarding)
-        tryCompare(first.content.onboardingSheet, "opened", true)
-        compare(first.content.selectedTab, "scanner")
+        const first = createTemporaryObject(mainComponent, null)
+        verify(content(first).showOnboarding)
+        tryCompare(findChild(content(first), "onboardingSheet"), "opened", true)
+        compare(content(first).selectedTab, "scanner")
         first.destroy()
 
         preferences.hasSeenOnboarding = true
-        const later = createTemporaryObject(component, null)
-        verify(!later.content.showOnboarding)
+        const later = createTemporaryObject(mainComponent, null)
+        verify(!content(later).showOnboarding)
         wait(100)
-        verify(!later.content.onboardingSheet.visible)
+        verify(!findChild(content(later), "onboardingSheet").visible)
+        preferences.hasSeenOnboarding = seenBefore
     }
 
     function test_helpButtonShowsTheTutorialOverADimmedWindow() {
         const window = openWindow()
-        const sheet = window.content.onboardingSheet
+        const sheet = findChild(content(window), "onboardingSheet")
         verify(!sheet.visible)
-        mouseClick(window.content.helpButton)
+        mouseClick(findChild(content(window), "helpButton"))
         tryCompare(sheet, "opened", true)
         verify(sheet.modal)
         verify(sheet.dim)
         keyClick(Qt.Key_Escape)
         tryCompare(sheet, "visible", false)
-        compare(window.content.showOnboarding, false)
+        compare(content(window).showOnboarding, false)
         // It opens again as often as asked.
-        mouseClick(window.content.helpButton)
+        mouseClick(findChild(content(window), "helpButton"))
         tryCompare(sheet, "opened", true)
-        window.content.showOnboarding = false
+        content(window).showOnboarding = false
         tryCompare(sheet, "visible", false)
     }
 
     function test_settingsWindowFollowsShowSettings() {
         const window = openWindow()
-        const settings = window.settingsWindow
+        const settings = findChild(window, "settingsWindow")
         verify(!settings.visible)
         keyClick(Qt.Key_Comma, Qt.ControlModifier)
-        compare(window.viewModel.showSettings, true)
+        compare(vm.showSettings, true)
         tryCompare(settings, "visible", true)
         settings.close()
         tryCompare(settings, "visible", false)
-        tryCompare(window.viewModel, "showSettings", false)
-        window.viewModel.showSettings = true
+        tryCompare(vm, "showSettings", false)
+        vm.showSettings = true
         tryCompare(settings, "visible", true)
-        window.viewModel.showSettings = false
+        vm.showSettings = false
         tryCompare(settings, "visible", false)
     }
 
     function test_browseChoosesAFolder() {
         const window = openWindow()
-        const model = window.viewModel
-        const chooser = window.content.folderChooser
-        model.scanPath = "/usr/share"
-        mouseClick(window.content.scannerView.browseButton)
+        const chooser = findChild(content(window), "folderChooser")
+        vm.scan.path = "/usr/share"
+        mouseClick(scannerPart(window, "browseButton"))
         tryVerify(() => chooser.visible, 5000)
         compare(chooser.title, "Select Folder to Scan")
         compare(String(chooser.currentFolder), "file:///usr/share")
@@ -308,10 +331,10 @@ TestCase {
         wait(100)
         chooser.accept()
         tryVerify(() => !chooser.visible, 5000)
-        tryCompare(model, "scanPath", "/usr/share")
+        tryCompare(vm.scan, "path", "/usr/share")
 
         // A row the user picked is the choice.
-        mouseClick(window.content.scannerView.browseButton)
+        mouseClick(scannerPart(window, "browseButton"))
         tryVerify(() => chooser.visible, 5000)
         tryVerify(() => list.count > 2, 5000)
         wait(100)
@@ -319,15 +342,15 @@ TestCase {
         const picked = list.currentItem.file
         chooser.accept()
         tryVerify(() => !chooser.visible, 5000)
-        tryCompare(model, "scanPath", decodeURIComponent(String(picked).substring(7)))
+        tryCompare(vm.scan, "path", decodeURIComponent(String(picked).substring(7)))
 
         // Cancelling keeps the path.
-        model.scanPath = "/usr/share"
-        mouseClick(window.content.scannerView.browseButton)
+        vm.scan.path = "/usr/share"
+        mouseClick(scannerPart(window, "browseButton"))
         tryVerify(() => chooser.visible, 5000)
         chooser.reject()
         tryVerify(() => !chooser.visible, 5000)
         wait(50)
-        compare(model.scanPath, "/usr/share")
+        compare(vm.scan.path, "/usr/share")
     }
 }

@@ -1,4 +1,5 @@
 pragma Singleton
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // Colours, text sizes and the usage-colour rule, in one place for every view.

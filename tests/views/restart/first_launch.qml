@@ -26,20 +26,19 @@ TestCase {
             height: 560
         }
     }
-    Component {
-        id: preferencesComponent
-        Preferences {}
+    readonly property Preferences prefs: RavelinthViewModel.preferences
+    function part(view, name) {
+        return findChild(view, name)
     }
 
     function test_1_emptyStoreShowsDefaults() {
         compare(TestFiles.settingsFileText(), "")
-        const prefs = createTemporaryObject(preferencesComponent, testCase)
         verify(!prefs.hasSeenOnboarding)
         const view = createTemporaryObject(settingsComponent, testCase)
-        compare(view.sizePicker.currentText, "100 MB")
-        compare(view.sizePicker.currentIndex, 3)
-        compare([view.hiddenFilesToggle.checked, view.systemDirectoriesToggle.checked,
-                 view.binarySizesToggle.checked, view.confirmDeleteToggle.checked],
+        compare(part(view, "sizePicker").currentText, "100 MB")
+        compare(part(view, "sizePicker").currentIndex, 3)
+        compare([part(view, "hiddenFilesToggle").checked, part(view, "systemDirectoriesToggle").checked,
+                 part(view, "binarySizesToggle").checked, part(view, "confirmDeleteToggle").checked],
                 [false, true, false, true])
         wait(200)
         grabImage(view).save("settings-general.png")
@@ -47,18 +46,18 @@ TestCase {
 
     function test_2_changeEverything() {
         const view = createTemporaryObject(settingsComponent, testCase)
-        mouseClick(view.sizePicker)
-        tryVerify(() => view.sizePicker.popup.opened)
-        const list = view.sizePicker.popup.contentItem
+        mouseClick(part(view, "sizePicker"))
+        tryVerify(() => part(view, "sizePicker").popup.opened)
+        const list = part(view, "sizePicker").popup.contentItem
         tryVerify(() => list.itemAtIndex(6) !== null)
         mouseClick(list.itemAtIndex(6))
-        for (const toggle of [view.hiddenFilesToggle, view.systemDirectoriesToggle,
-                              view.binarySizesToggle, view.confirmDeleteToggle])
+        for (const toggle of [part(view, "hiddenFilesToggle"), part(view, "systemDirectoriesToggle"),
+                              part(view, "binarySizesToggle"), part(view, "confirmDeleteToggle")])
             mouseClick(toggle)
 
         const onboarding = createTemporaryObject(onboardingComponent, testCase)
         for (let i = 0; i < 5; ++i)
-            mouseClick(onboarding.nextButton)
+            mouseClick(part(onboarding, "nextButton"))
         verify(!onboarding.isPresented)
     }
 }

@@ -15,21 +15,20 @@ TestCase {
             height: 350
         }
     }
-    Component {
-        id: preferencesComponent
-        Preferences {}
+    readonly property Preferences prefs: RavelinthViewModel.preferences
+    function part(view, name) {
+        return findChild(view, name)
     }
 
     function test_preferencesSurvivedTheRestart() {
         const file = TestFiles.settingsFileText()
         verify(file.indexOf("defaultMinSizeMB=1024\n") >= 0, file)
         verify(file.indexOf("hasSeenOnboarding=true\n") >= 0, file)
-        const prefs = createTemporaryObject(preferencesComponent, testCase)
         verify(prefs.hasSeenOnboarding)
         const view = createTemporaryObject(settingsComponent, testCase)
-        compare(view.sizePicker.currentText, "1 GB")
-        compare([view.hiddenFilesToggle.checked, view.systemDirectoriesToggle.checked,
-                 view.binarySizesToggle.checked, view.confirmDeleteToggle.checked],
+        compare(part(view, "sizePicker").currentText, "1 GB")
+        compare([part(view, "hiddenFilesToggle").checked, part(view, "systemDirectoriesToggle").checked,
+                 part(view, "binarySizesToggle").checked, part(view, "confirmDeleteToggle").checked],
                 [true, false, true, false])
     }
 }

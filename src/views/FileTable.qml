@@ -1,0 +1,346 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Ravelinth
+import QtQuick.Controls
+import Qt.labs.qmlmodels
+
+// The rows of the file list: six columns of cells, multiple selection by mouse and keys, a
+// context menu per row and the double-click. The rows and their order come whole from the file
+// list model; the table never reorders them itself. The column widths live here, and the header
+// changes them through resizeColumn().
+Item {
+    id: root
+    readonly property TableView tableView: table
+
+    // Keyboard and Shift-click state: the row the keys move from and the end a range grows from.
+    property int currentRow: -1
+    property int anchorRow: -1
+    // The row whose context menu is open, outlined while it is.
+    property int contextRow: -1
+
+    readonly property int columnCount: 6
+    readonly property var minimumWidths: [32, 200, 80, 100, 80, 80]
+    // "Modified" starts a little wider than the others so "50 minutes ago" fits this face.
+    property var columnWidths: [32, 300, 100, 120, 115, 100]
+    readonly property int rowHeight: 36
+
+    function widthOf(column) {
+        if (column !== 1)
+            return columnWidths[column]
+        // The name takes whatever room the other columns leave.
+        let others = 0
+        for (let c = 0; c < columnWidths.length; ++c) {
+            if (c !== 1)
+                others += columnWidths[c]
+        }
+        return Math.max(columnWidths[1], table.width - others)
+    }
+
+    function resizeColumn(column, width) {
+        const widths = columnWidths.slice()
+        widths[column] = Math.max(minimumWidths[column], Math.round(width))
+        columnWidths = widths
+    }
+    onColumnWidthsChanged: table.forceLayout()
+
+    Connections {
+        target: RavelinthViewModel.fileList
+        // A new list: the rows the keys and Shift-clicks counted from are gone.
+        function onModelReset() {
+            root.currentRow = -1
+            root.anchorRow = -1
+        }
+    }
+
+    // --- selection by mouse and keys ---
+
+    function pressRow(row, modifiers) {
+        const selection = RavelinthViewModel.selection
+        table.forceActiveFocus()
+        const extend = (modifiers & Qt.ShiftModifier) && anchorRow >= 0
+        const toggle = modifiers & Qt.ControlModifier
+        if (extend) {
+            if (!toggle)
+                selection.clear()
+            selection.selectRange(anchorRow, row)
+        } else if (toggle) {
+            selection.toggle(row)
+            anchorRow = row
+        } else {
+            selection.selectOnly(row)
+            anchorRow = row
+        }
+        currentRow = row
+    }
+
+    function moveCurrent(row, extend) {
+        const selection = RavelinthViewModel.selection
+        const count = table.rows
+        if (count === 0)
+            return
+        row = Math.max(0, Math.min(count - 1, row))
+        if (extend && anchorRow >= 0) {
+            selection.clear()
+            selection.selectRange(anchorRow, row)
+        } else {
+            selection.selectOnly(row)
+            anchorRow = row
+        }
+        currentRow = row
+        table.positionViewAtRow(row, TableView.Contain)
+    }
+
+    function handleKey(event) {
+        const operations = RavelinthViewModel.operations
+        const shift = event.modifiers & Qt.ShiftModifier
+        const page = Math.max(1, Math.floor(table.height / rowHeight) - 1)
+        switch (event.key) {
+        case Qt.Key_Up:
+            moveCurrent(currentRow < 0 ? 0 : currentRow - 1, shift)
+            break
+        case Qt.Key_Down:
+            moveCurrent(currentRow + 1, shift)
+            break
+        case Qt.Key_PageUp:
+            moveCurrent(currentRow - page, shift)
+            break
+        case Qt.Key_PageDown:
+            moveCurrent(currentRow + page, shift)
+            break
+        case Qt.Key_Home:
+            moveCurrent(0, shift)
+            break
+        case Qt.Key_End:
+            moveCurrent(table.rows - 1, shift)
+            break
+        case Qt.Key_Delete:
+            operations.moveSelectedToTrash()
+            break
+        case Qt.Key_Backspace:
+            if (!(event.modifiers & Qt.ControlModifier))
+                return
+            operations.moveSelectedToTrash()
+            break
+        case Qt.Key_Return:
+        case Qt.Key_Enter:
+            operations.revealSelected()
+            break
+        case Qt.Key_A:
+            if (!(event.modifiers & Qt.ControlModifier))
+                return
+            RavelinthViewModel.selection.selectAll()
+            break
+        default:
+            return
+        }
+        event.accepted = true
+    }
+
+    // --- the context menu and the double-click ---
+
+    // `at` is the click's position in this item.
+    function openContextMenu(row, at) {
+        contextMenu.file = RavelinthViewModel.fileList.fileIdAt(row)
+        contextMenu.selection = RavelinthViewModel.selection.clickedSet(row)
+        contextRow = row
+        contextMenu.popup(at.x, at.y)
+    }
+
+    function revealClicked(row) {
+        const clicked = RavelinthViewModel.selection.clickedSet(row)
+        if (clicked.length > 0)
+            RavelinthViewModel.operations.reveal([clicked[0]])
+    }
+
+    FileContextMenu {
+        id: contextMenu
+        objectName: "fileContextMenu"
+        onClosed: root.contextRow = -1
+    }
+
+    MinuteClock {
+        id: clock
+        running: root.visible && RavelinthViewModel.fileList.count > 0
+    }
+
+    TableView {
+        id: table
+        objectName: "fileTable"
+        anchors.fill: parent
+        clip: true
+        focus: true
+        activeFocusOnTab: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: RavelinthViewModel.fileList
+        columnWidthProvider: column => root.widthOf(column)
+        rowHeightProvider: () => root.rowHeight
+        onWidthChanged: forceLayout()
+        Keys.onPressed: event => root.handleKey(event)
+
+        // Always shown when the rows overflow: with a million rows the bar is the map.
+        ScrollBar.vertical: ScrollBar {
+            policy: table.contentHeight > table.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+        }
+        ScrollBar.horizontal: ScrollBar {
+            policy: ScrollBar.AsNeeded
+        }
+
+        delegate: DelegateChooser {
+            DelegateChoice {
+                column: 0
+                delegate: Cell {
+                    id: iconCell
+                    required property string categoryIcon
+                    required property color categoryColor
+                    FileIconView {
+                        anchors.centerIn: parent
+                        categoryIcon: iconCell.categoryIcon
+                        categoryColor: iconCell.highlighted ? "white" : iconCell.categoryColor
+                    }
+                }
+            }
+            DelegateChoice {
+                column: 1
+                delegate: Cell {
+                    id: nameCell
+                    required property string name
+                    required property string folder
+                    FileNameCell {
+                        x: 6
+                        width: parent.width - 12
+                        anchors.verticalCenter: parent.verticalCenter
+                        name: nameCell.name
+                        folder: nameCell.folder
+                        textColor: nameCell.highlighted ? "white" : Theme.primaryText
+                        secondaryColor: nameCell.highlighted ? Qt.rgba(1, 1, 1, 0.8)
+                                                             : Theme.secondaryText
+                    }
+                }
+            }
+            DelegateChoice {
+                column: 2
+                delegate: Cell {
+                    id: sizeCell
+                    required property string sizeText
+                    FileSizeCell {
+                        x: 6
+                        width: parent.width - 12
+                        anchors.verticalCenter: parent.verticalCenter
+                        sizeText: sizeCell.sizeText
+                        color: sizeCell.highlighted ? "white" : Theme.primaryText
+                    }
+                }
+            }
+            DelegateChoice {
+                column: 3
+                delegate: Cell {
+                    id: categoryCell
+                    required property int category
+                    required property string categoryName
+                    required property color categoryColor
+                    CategoryBadge {
+                        objectName: "categoryBadge"
+                        x: 6
+                        anchors.verticalCenter: parent.verticalCenter
+                        category: categoryCell.category
+                        categoryName: categoryCell.categoryName
+                        categoryColor: categoryCell.categoryColor
+                    }
+                }
+            }
+            DelegateChoice {
+                column: 4
+                delegate: Cell {
+                    id: modifiedCell
+                    required property real modifiedMSecs
+                    Text {
+                        objectName: "modifiedText"
+                        x: 6
+                        width: parent.width - 12
+                        anchors.verticalCenter: parent.verticalCenter
+                        // Read again on every tick of the clock, so "5 minutes ago" keeps true.
+                        text: clock.tick >= 0 ? TextFormat.relativeDate(modifiedCell.modifiedMSecs)
+                                              : ""
+                        elide: Text.ElideRight
+                        font.pixelSize: 12
+                        color: modifiedCell.highlighted ? "white" : Theme.secondaryText
+                    }
+                }
+            }
+            DelegateChoice {
+                column: 5
+                delegate: Cell {
+                    id: statusCell
+                    required property bool isSafeToDelete
+                    SafeToDeleteBadge {
+                        objectName: "safeBadge"
+                        x: 6
+                        anchors.verticalCenter: parent.verticalCenter
+                        isSafe: statusCell.isSafeToDelete
+                    }
+                }
+            }
+        }
+    }
+
+    // One cell: the row's background and the pointer handling every column shares.
+    component Cell: Rectangle {
+        id: cell
+        required property int row
+        required property int column
+        // TableView claims a delegate property named `selected` for a selection model of its
+        // own, which this table does not use; the model's "selected" role is read from here.
+        required property var model
+        readonly property bool isSelected: model.selected === true
+        readonly property bool highlighted: isSelected && table.activeFocus
+
+        implicitHeight: root.rowHeight
+        color: isSelected ? (table.activeFocus ? Theme.accent : Theme.withOpacity(Theme.gray, 0.3))
+                        : row % 2 === 1 ? Qt.rgba(0, 0, 0, 0.03) : Theme.textBackground
+
+        // The outline of the row whose menu is open, drawn cell by cell.
+        Item {
+            anchors.fill: parent
+            visible: root.contextRow === cell.row
+            Rectangle {
+                width: parent.width
+                height: 2
+                color: Theme.accent
+            }
+            Rectangle {
+                width: parent.width
+                height: 2
+                anchors.bottom: parent.bottom
+                color: Theme.accent
+            }
+            Rectangle {
+                visible: cell.column === 0
+                width: 2
+                height: parent.height
+                color: Theme.accent
+            }
+            Rectangle {
+                visible: cell.column === root.columnCount - 1
+                width: 2
+                height: parent.height
+                anchors.right: parent.right
+                color: Theme.accent
+            }
+        }
+
+        MouseArea {
+            anchors.fill: parent
+            acceptedButtons: Qt.LeftButton | Qt.RightButton
+            onPressed: mouse => {
+                if (mouse.button === Qt.RightButton)
+                    root.openContextMenu(cell.row, mapToItem(root, mouse.x, mouse.y))
+                else
+                    root.pressRow(cell.row, mouse.modifiers)
+            }
+            onDoubleClicked: mouse => {
+                if (mouse.button === Qt.LeftButton)
+                    root.revealClicked(cell.row)
+            }
+        }
+    }
+}

@@ -167,15 +167,13 @@ void FileListModel::setSearchText(const QString &text) {
 
 void FileListModel::sortByColumn(int column) {
     const ColumnOrder current = columnOrders[size_t(SortOption::Value(m_query.sortOption))];
-    // A column already sorted on turns around; another starts with its first order listed.
+    // The column already sorted on turns around; another starts upward (smallest, A to Z, oldest).
+    const bool ascending = column == current.column ? !current.ascending : true;
     for (size_t option = 0; option < columnOrders.size(); ++option) {
-        const ColumnOrder &order = columnOrders[option];
-        if (order.column != column)
-            continue;
-        if (column == current.column && order.ascending == current.ascending)
-            continue;
-        setSortOption(SortOption::allCases()[option]);
-        return;
+        if (columnOrders[option].column == column && columnOrders[option].ascending == ascending) {
+            setSortOption(SortOption::allCases()[option]);
+            return;
+        }
     }
 }
 

@@ -186,12 +186,12 @@ TestCase {
                 ["", "Name", "Size", "Category", "Modified", "Status"])
 
         // [column clicked, sort option, first name]: Size flips to smallest first; Category,
-        // Status and the icon column sort nothing; Name goes A to Z then Z to A; Modified newest
-        // first, then oldest.
+        // Status and the icon column sort nothing; Name goes A to Z then Z to A; Modified oldest
+        // first, then newest.
         for (const [column, option, first] of [[2, 1, "report.pdf"], [3, 1, "report.pdf"],
                                                [5, 1, "report.pdf"], [0, 1, "report.pdf"],
                                                [1, 2, "album.flac"], [1, 3, "setup.dmg"],
-                                               [4, 4, "panorama.tiff"], [4, 5, "report.pdf"]]) {
+                                               [4, 5, "report.pdf"], [4, 4, "panorama.tiff"]]) {
             mouseClick(headerCell(view, column))
             compare(vm.fileList.sortOption, option, "column " + column)
             tryVerify(() => names()[0] === first, 5000, "column " + column)
@@ -199,17 +199,16 @@ TestCase {
         // Only the sorted column is marked, with its direction.
         compare([0, 1, 2, 3, 4, 5].map(column => headerCell(view, column).sorted),
                 [false, false, false, false, true, false])
-        verify(vm.fileList.sortAscending)
+        verify(!vm.fileList.sortAscending)
 
-        // The picker chooses, then a header click wins again: another column starts on its
-        // natural order, the largest first for Size.
+        // The picker chooses, then a header click wins again: another column starts upward.
         const picker = findChild(view, "sortPicker")
         picker.currentIndex = 2
         picker.activated(2)
         compare([vm.fileList.sortOption, vm.fileList.sortColumn], [2, 1])
         mouseClick(headerCell(view, 2))
         compare([vm.fileList.sortOption, vm.fileList.sortColumn, vm.fileList.sortAscending],
-                [0 /* Size (Largest) */, 2, false])
+                [1 /* Size (Smallest) */, 2, true])
     }
 
     function test_modifiedColumnSaysHowLongAgo() {

@@ -1,6 +1,5 @@
 #include "viewmodels/FileActions.h"
 
-#include "platform/FileManager.h"
 #include "services/FinderService.h"
 #include "viewmodels/RavelinthViewModel.h"
 
@@ -65,13 +64,13 @@ void FileActions::reveal(const QStringList &fileIds) const {
 
 void FileActions::open(const QStringList &fileIds) const {
     for (const FileItem *file : lookUp(fileIds, false))
-        platform::openFile(file->path);
+        FinderService::shared().openFile(file->path);
 }
 
 void FileActions::copyPath(const QStringList &fileIds) const {
     const QList<const FileItem *> files = lookUp(fileIds, false);
     if (!files.isEmpty())
-        platform::copyTextToClipboard(files.constFirst()->displayPath());
+        FinderService::shared().copyToClipboard(files.constFirst()->displayPath());
 }
 
 void FileActions::moveToTrash(const QStringList &fileIds) const {

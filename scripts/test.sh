@@ -50,13 +50,13 @@ stage_asan() {
         ctest --output-on-failure --timeout 900 -j2)
 }
 
-tsan_tests='^(services\.(scanner|parallelscan|hostiletrees)|viewmodels\.(viewmodel|fileactions|filelistquery))$'
+tsan_tests='^(services\.(scanner|parallelscan|hostiletrees|filelistquery)|viewmodels\.(viewmodel|fileactions))$'
 stage_tsan() {
     configure build-tsan -DRAVELINTH_SANITIZE=thread
     # Only what the chosen tests need: the test programs and the command line they start.
     cmake --build build-tsan --target ravelinth tst_services_scanner tst_services_parallelscan \
         tst_services_hostiletrees tst_viewmodels_viewmodel tst_viewmodels_fileactions \
-        tst_viewmodels_filelistquery
+        tst_services_filelistquery
     # setarch -R: ThreadSanitizer's fixed memory layout breaks under the larger address-space
     # randomisation of newer kernels.
     (cd build-tsan &&

@@ -4,13 +4,13 @@
 #include "models/CheckedMath.h"
 #include "models/RelativeDateFormatter.h"
 #include "services/DiskInfoService.h"
+#include "services/FileListQuery.h"
 #include "services/FileScannerService.h"
 #include "services/FinderService.h"
 #include "services/TrashService.h"
 #include "utility/BackgroundRelease.h"
 #include "utility/SerialQueue.h"
 #include "utility/WhenFinished.h"
-#include "viewmodels/FileListQuery.h"
 #include "viewmodels/ScanThreshold.h"
 
 #include <QDir>

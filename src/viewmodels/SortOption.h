@@ -1,5 +1,7 @@
 #pragma once
 
+#include "services/FileListQuery.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -8,18 +10,18 @@
 
 namespace ravelinth {
 
-// The six orders of the file list, in picker order; the raw value is the display name.
+// The six orders of the file list, in picker order; the raw value is the display name. The
+// orders themselves are the list query's, so a query takes a SortOption as it is.
 class SortOption {
 public:
-    enum Value {
-        sizeDescending,
-        sizeAscending,
-        nameAscending,
-        nameDescending,
-        dateNewest,
-        dateOldest
-    };
-    static constexpr int count = 6;
+    using Value = FileListSort;
+    static constexpr Value sizeDescending = Value::sizeDescending;
+    static constexpr Value sizeAscending = Value::sizeAscending;
+    static constexpr Value nameAscending = Value::nameAscending;
+    static constexpr Value nameDescending = Value::nameDescending;
+    static constexpr Value dateNewest = Value::dateNewest;
+    static constexpr Value dateOldest = Value::dateOldest;
+    static constexpr int count = int(allFileListSorts.size());
 
     constexpr SortOption(Value value = sizeDescending) : m_value(value) {}
     constexpr operator Value() const { return m_value; }

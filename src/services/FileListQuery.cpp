@@ -1,4 +1,4 @@
-#include "viewmodels/FileListQuery.h"
+#include "services/FileListQuery.h"
 
 #include "models/AsciiText.h"
 #include "platform/NameSortKeys.h"
@@ -181,8 +181,8 @@ bool matchesSearch(const FileItem &file, const QString &searchText) {
 
 QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &query) {
     FileListOrders orders = computeFileListOrders(files);
-    const bool byName = query.sortOption == SortOption::nameAscending ||
-                        query.sortOption == SortOption::nameDescending;
+    const bool byName = query.sortOption == FileListSort::nameAscending ||
+                        query.sortOption == FileListSort::nameDescending;
     if (byName)
         addNameOrder(orders, files);
     return queryFileList(files, query, orders);
@@ -197,22 +197,22 @@ QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &quer
     const auto date = [&](int index) { return files[index].modifiedMSecs; };
 
     switch (query.sortOption) {
-    case SortOption::sizeDescending:
-    case SortOption::sizeAscending:
-        return pick(orders.bySize, query.sortOption == SortOption::sizeAscending, size, isKept);
-    case SortOption::nameAscending:
-    case SortOption::nameDescending: {
+    case FileListSort::sizeDescending:
+    case FileListSort::sizeAscending:
+        return pick(orders.bySize, query.sortOption == FileListSort::sizeAscending, size, isKept);
+    case FileListSort::nameAscending:
+    case FileListSort::nameDescending: {
         if (orders.nameRanks.size() != files.size()) {
             FileListOrders named;
             addNameOrder(named, files);
             return queryFileList(files, query, named);
         }
         const auto rank = [&](int index) { return orders.nameRanks[index]; };
-        return pick(orders.byName, query.sortOption == SortOption::nameDescending, rank, isKept);
+        return pick(orders.byName, query.sortOption == FileListSort::nameDescending, rank, isKept);
     }
-    case SortOption::dateNewest:
-    case SortOption::dateOldest:
-        return pick(orders.byDate, query.sortOption == SortOption::dateNewest, date, isKept);
+    case FileListSort::dateNewest:
+    case FileListSort::dateOldest:
+        return pick(orders.byDate, query.sortOption == FileListSort::dateNewest, date, isKept);
     }
     return {};
 }

@@ -1,21 +1,36 @@
 #pragma once
 
 #include "models/FileItem.h"
-#include "viewmodels/SortOption.h"
 
 #include <QList>
 #include <QString>
 
+#include <array>
 #include <optional>
 #include <vector>
 
 namespace ravelinth {
 
+// The orders a query can put the list in. The names people pick them by are the view model's
+// (SortOption); the query only needs to know which order it walks.
+enum class FileListSort {
+    sizeDescending,
+    sizeAscending,
+    nameAscending,
+    nameDescending,
+    dateNewest,
+    dateOldest
+};
+
+inline constexpr std::array<FileListSort, 6> allFileListSorts{
+    FileListSort::sizeDescending, FileListSort::sizeAscending, FileListSort::nameAscending,
+    FileListSort::nameDescending, FileListSort::dateNewest,    FileListSort::dateOldest};
+
 // What the file list shows of the files: a category filter, a search text and an order.
 struct FileListQuery {
     std::optional<ScanCategory> categoryFilter;
     QString searchText;
-    SortOption sortOption = SortOption::sizeDescending;
+    FileListSort sortOption = FileListSort::sizeDescending;
 };
 
 // The whole list in each kind of order, worked out once per list: a query then only filters,

@@ -1,7 +1,7 @@
 // The list query answers from orders made once per list; every sort, with or without a filter,
 // must equal a plain stable sort of the filtered files, ties in list order.
 
-#include "viewmodels/FileListQuery.h"
+#include "services/FileListQuery.h"
 
 #include <QCollator>
 #include <QtTest>
@@ -50,17 +50,17 @@ QList<int> reference(const QList<FileItem> &files, const FileListQuery &query) {
         const FileItem &x = files[a];
         const FileItem &y = files[b];
         switch (query.sortOption) {
-        case SortOption::sizeDescending:
+        case FileListSort::sizeDescending:
             return x.size > y.size;
-        case SortOption::sizeAscending:
+        case FileListSort::sizeAscending:
             return x.size < y.size;
-        case SortOption::nameAscending:
+        case FileListSort::nameAscending:
             return collator.compare(x.displayName(), y.displayName()) < 0;
-        case SortOption::nameDescending:
+        case FileListSort::nameDescending:
             return collator.compare(x.displayName(), y.displayName()) > 0;
-        case SortOption::dateNewest:
+        case FileListSort::dateNewest:
             return x.modifiedMSecs > y.modifiedMSecs;
-        case SortOption::dateOldest:
+        case FileListSort::dateOldest:
             return x.modifiedMSecs < y.modifiedMSecs;
         }
         return false;
@@ -82,7 +82,7 @@ private slots:
             FileListOrders orders = computeFileListOrders(files);
             addNameOrder(orders, files);
             const FileListOrders withoutNames = computeFileListOrders(files);
-            for (SortOption option : SortOption::allCases()) {
+            for (FileListSort option : allFileListSorts) {
                 for (const QString &search : {QString(), u"PHOTO"_qs, u"tmp/a"_qs, u"é"_qs}) {
                     for (const auto &category :
                          {std::optional<ScanCategory>(),
@@ -103,7 +103,7 @@ private slots:
         QList<FileItem> files = makeFiles(5, 500);
         std::reverse(files.begin(), files.end());
         const FileListOrders orders = computeFileListOrders(files);
-        for (SortOption option : {SortOption::sizeDescending, SortOption::sizeAscending}) {
+        for (FileListSort option : {FileListSort::sizeDescending, FileListSort::sizeAscending}) {
             const FileListQuery query{std::nullopt, QString(), option};
             QCOMPARE(queryFileList(files, query, orders), reference(files, query));
         }

@@ -16,8 +16,19 @@ struct QuickAccessLocation {
     QString icon;
     Color color;
 
-    // Home, Downloads, Desktop, Documents, Applications, Library: built once per run.
-    static const QList<QuickAccessLocation> &defaultLocations();
+    // Where the presets point. The model never looks folders up itself: what they are on this
+    // machine is the platform's business, and a list built from given folders is testable.
+    struct Folders {
+        QString home;
+        QString downloads;
+        QString desktop;
+        QString documents;
+        QString applications;
+        QString library;
+    };
+
+    // Home, Downloads, Desktop, Documents, Applications, Library, each with a new identifier.
+    static QList<QuickAccessLocation> presets(const Folders &folders);
 
     bool operator==(const QuickAccessLocation &) const = default;
 };

@@ -60,6 +60,14 @@ void FinderService::revealInFinder(const QList<QByteArray> &paths) {
                  });
 }
 
+void FinderService::openFile(const QByteArray &path) {
+    platform::openFile(path);
+}
+
+void FinderService::copyToClipboard(const QString &text) {
+    platform::copyTextToClipboard(text);
+}
+
 void FinderService::showItems(const QList<QByteArray> &paths, bool busAnswers,
                               QDeadlineTimer deadline) {
     const QByteArray first = paths.isEmpty() ? QByteArray() : paths.constFirst();

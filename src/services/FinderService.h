@@ -31,6 +31,10 @@ public:
     ~FinderService() override;
 
     void revealInFinder(const QList<QByteArray> &paths);
+    // Opens the file with the application the desktop associates with it; does not wait.
+    void openFile(const QByteArray &path);
+    // Puts plain text on the clipboard (only when a GUI application is running).
+    void copyToClipboard(const QString &text);
 
     QFuture<std::optional<QString>> selectFolder(const QString &title,
                                                  const std::optional<QString> &initialPath);

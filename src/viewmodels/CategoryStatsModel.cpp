@@ -2,8 +2,6 @@
 
 #include "models/CheckedMath.h"
 
-#include <QColor>
-
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -57,7 +55,7 @@ QVariant CategoryStatsModel::data(const QModelIndex &index, int role) const {
     case IconRole:
         return stats.category.icon();
     case ColorRole:
-        return QColor(stats.category.color().name());
+        return stats.category.color().name();
     case FileCountRole:
         return int(std::min<qint64>(stats.fileCount, std::numeric_limits<int>::max()));
     case TotalSizeRole:

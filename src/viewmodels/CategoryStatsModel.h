@@ -18,7 +18,7 @@ public:
         CategoryRole = Qt::UserRole + 1, // the ScanCategory value
         NameRole,
         IconRole,
-        ColorRole,
+        ColorRole, // "#AARRGGBB"
         FileCountRole,
         TotalSizeRole,
     };

@@ -1,6 +1,5 @@
 #include "viewmodels/FileOperations.h"
 
-#include "services/DesktopActions.h"
 #include "services/FinderService.h"
 #include "services/TrashService.h"
 #include "utility/WhenFinished.h"
@@ -124,13 +123,13 @@ void FileOperations::reveal(const QStringList &fileIds) const {
 
 void FileOperations::open(const QStringList &fileIds) const {
     for (const FileItem *file : lookUp(fileIds, false))
-        openWithDefaultApplication(file->path);
+        FinderService::shared().openFile(file->path);
 }
 
 void FileOperations::copyPath(const QStringList &fileIds) const {
     const QList<const FileItem *> files = lookUp(fileIds, false);
     if (!files.isEmpty())
-        copyTextToClipboard(files.constFirst()->displayPath());
+        FinderService::shared().copyToClipboard(files.constFirst()->displayPath());
 }
 
 } // namespace ravelinth

@@ -3,6 +3,7 @@
 #include "models/PlatformWords.h"
 #include "models/QuickAccessLocation.h"
 #include "services/FinderService.h"
+#include "services/QuickAccessLocations.h"
 #include "viewmodels/NotificationCenter.h"
 
 #include <QVariantMap>
@@ -19,7 +20,7 @@ FinderService *AppContext::finder() const {
 
 QVariantList AppContext::quickAccessLocations() const {
     QVariantList list;
-    for (const QuickAccessLocation &location : QuickAccessLocation::defaultLocations()) {
+    for (const QuickAccessLocation &location : defaultQuickAccessLocations()) {
         list.append(QVariantMap{{u"name"_qs, location.name},
                                 {u"path"_qs, location.path},
                                 {u"icon"_qs, location.icon},

@@ -59,7 +59,7 @@ private slots:
         QSet<QString> used = identifiersInViews();
         for (ScanCategory category : ScanCategory::allCases())
             used.insert(category.icon());
-        for (const QuickAccessLocation &location : QuickAccessLocation::defaultLocations())
+        for (const QuickAccessLocation &location : QuickAccessLocation::presets({}))
             used.insert(location.icon);
         for (const QString &identifier : std::as_const(used))
             QVERIFY2(IconGlyphs::materialName(identifier).has_value(), qPrintable(identifier));

@@ -1,6 +1,7 @@
 #include "Programs.h"
 #include "TestTree.h"
 #include "services/ProtectedLocations.h"
+#include "services/QuickAccessLocations.h"
 #include "services/TrashService.h"
 
 #include <QtTest>
@@ -108,6 +109,17 @@ class ProtectedLocationsTest : public QObject {
     }
 
 private slots:
+    void quickAccessPresetsAreTheUsersFoldersForTheWholeRun() {
+        const QList<QuickAccessLocation> &locations = defaultQuickAccessLocations();
+        QCOMPARE(locations.size(), 6);
+        QCOMPARE(locations[0].path, QDir::homePath());
+        for (const QuickAccessLocation &location : locations)
+            QVERIFY2(QDir::isAbsolutePath(location.path), qPrintable(location.path));
+        // A preset starts a scan, never a move: where programs live stays out of reach.
+        QVERIFY(isProtectedLocation(QFile::encodeName(locations[4].path)));
+        QCOMPARE(defaultQuickAccessLocations().constFirst().id, locations.constFirst().id);
+    }
+
     void everySpellingOfAProtectedPlaceIsRefused() {
         TestTree tree;
         const QList<QByteArray> paths = protectedSpellings(tree);

@@ -1,7 +1,7 @@
 #include "models/FileItem.h"
 
-#include "models/AsciiText.h"
 #include "models/FastUuid.h"
+#include "models/FolderIndicators.h"
 
 namespace ravelinth {
 
@@ -59,13 +59,7 @@ bool FileItem::isSafeToDelete() const {
 }
 
 bool FileItem::isDefinitelySafe() const {
-    static constexpr const char *indicators[] = {"downloads", "cache", "caches",
-                                                 "tmp",       "temp",  ".trash"};
-    for (const char *indicator : indicators) {
-        if (asciiContainsIgnoringCase(path, indicator))
-            return true;
-    }
-    return false;
+    return isInIndicatedFolder(path, FolderIndicators::safe);
 }
 
 } // namespace ravelinth

@@ -39,9 +39,4 @@ const QSet<QString> &FileTypeDefinition::audioExtensions() {
     return set;
 }
 
-const QSet<QString> &FileTypeDefinition::cacheIndicators() {
-    static const QSet<QString> set{u"cache"_qs, u"caches"_qs, u"tmp"_qs, u"temp"_qs, u"logs"_qs};
-    return set;
-}
-
 } // namespace ravelinth

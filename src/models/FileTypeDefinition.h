@@ -13,7 +13,6 @@ struct FileTypeDefinition {
     static const QSet<QString> &imageExtensions();
     static const QSet<QString> &documentExtensions();
     static const QSet<QString> &audioExtensions();
-    static const QSet<QString> &cacheIndicators();
 };
 
 } // namespace ravelinth

@@ -1,7 +1,7 @@
 #include "models/ScanCategory.h"
 
-#include "models/AsciiText.h"
 #include "models/FileTypeDefinition.h"
+#include "models/FolderIndicators.h"
 
 namespace ravelinth {
 
@@ -111,28 +111,11 @@ ScanCategory ScanCategory::from(QStringView extension) {
 }
 
 bool ScanCategory::isInCacheDirectory(QStringView path) {
-    const QString lower = path.toString().toLower();
-    for (const QString &indicator : FileTypeDefinition::cacheIndicators()) {
-        if (lower.contains(indicator))
-            return true;
-    }
-    return false;
+    return isInIndicatedFolder(path, FolderIndicators::cache);
 }
 
 bool ScanCategory::isInCacheDirectory(QByteArrayView path) {
-    // The indicators are ASCII and no non-ASCII character lower-cases to one of their letters,
-    // so an ASCII-insensitive search of the raw bytes gives the same answer without decoding.
-    static const QList<QByteArray> indicators = [] {
-        QList<QByteArray> bytes;
-        for (const QString &indicator : FileTypeDefinition::cacheIndicators())
-            bytes.append(indicator.toLatin1());
-        return bytes;
-    }();
-    for (const QByteArray &indicator : indicators) {
-        if (asciiContainsIgnoringCase(path, indicator))
-            return true;
-    }
-    return false;
+    return isInIndicatedFolder(path, FolderIndicators::cache);
 }
 
 } // namespace ravelinth

@@ -50,7 +50,8 @@ public:
     // Installers are tested before applications, so "app" is an installer and `application`
     // never comes out of here; the category still exists and is listed everywhere.
     static ScanCategory from(QStringView extension);
-    // True when the lower-cased path contains any cache indicator, anywhere in it.
+    // True when a folder of the path is named like a cache or a temporary folder; the file's
+    // own name does not count (see FolderIndicators).
     static bool isInCacheDirectory(QStringView path);
     static bool isInCacheDirectory(QByteArrayView path);
 

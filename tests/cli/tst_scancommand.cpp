@@ -131,6 +131,29 @@ private slots:
         QCOMPARE(hidden.value(u"filesScanned").toInteger(), 4);
     }
 
+    // The command line judges Cache and Safe by whole folder names, as the window does.
+    void cacheAndSafeComeFromFolderNamesOnly() {
+        TestTree tree;
+        tree.file("Templates/contract.docx", 6 * MiB);
+        tree.file("Videos/blogs/wedding.mp4", 5 * MiB);
+        tree.file("Documents/temp-report.pdf", 4 * MiB);
+        tree.file("Temp/old.mp4", 3 * MiB);
+        tree.file("app-logs/trace.bin", 2 * MiB);
+        const QJsonArray files =
+            scanJson({tree.root(), "--min-size-mb", "1"}).value(u"files").toArray();
+        QStringList seen;
+        for (const QJsonValue &value : files) {
+            const QJsonObject file = value.toObject();
+            seen.append(file.value(u"name").toString() + u' ' + file.value(u"category").toString() +
+                        u' ' +
+                        (file.value(u"isSafeToDelete").toBool() ? u"Safe"_qs : u"Review"_qs));
+        }
+        QCOMPARE(seen,
+                 (QStringList{u"contract.docx Documents Review"_qs, u"wedding.mp4 Videos Review"_qs,
+                              u"temp-report.pdf Documents Review"_qs, u"old.mp4 Cache Safe"_qs,
+                              u"trace.bin Cache Safe"_qs}));
+    }
+
     void pathsThatAreNotUtf8AreEncodedTwice() {
         TestTree tree;
         const QByteArray raw = tree.file("caf\xe9 100%.iso", 200 * MiB);

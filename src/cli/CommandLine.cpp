@@ -20,8 +20,9 @@ struct Command {
 };
 
 constexpr Command commands[] = {
-    {"scan", runScanCommand, "scan PATH [--min-size-mb N] [--hidden] [--json | --print0]"},
-    {"disk", runDiskCommand, "disk [--json]"},
+    {"scan", runScanCommand,
+     "scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --print0]"},
+    {"disk", runDiskCommand, "disk [--binary] [--json]"},
     {"trash", runTrashCommand, "trash PATH... [--json]"},
     {"reveal", runRevealCommand, "reveal PATH..."},
 };

@@ -12,10 +12,13 @@ namespace ravelinth::cli {
 namespace {
 
 constexpr const char *diskUsage =
-    "Usage: ravelinth disk [--json]\n"
+    "Usage: ravelinth disk [--binary] [--json]\n"
     "\n"
     "Shows the capacity and free space of the boot volume, read as the window reads it: the\n"
-    "storage report first, the file-system attributes of the home folder when that fails.\n";
+    "storage report first, the file-system attributes of the home folder when that fails.\n"
+    "\n"
+    "  --binary  show sizes in 1024-based units (KiB, MiB, GiB)\n"
+    "  --json    print the figures as one JSON object\n";
 
 } // namespace
 
@@ -26,12 +29,15 @@ int runDiskCommand(const QList<QByteArray> &arguments) {
             std::fputs(diskUsage, stdout);
             return exitSuccess;
         }
-        if (argument != "--json") {
+        if (argument == "--binary") {
+            setDefaultByteUnits(ByteUnits::binary);
+        } else if (argument == "--json") {
+            json = true;
+        } else {
             std::fprintf(stderr, "ravelinth disk: unknown argument '%s'\n\n%s",
                          argument.constData(), diskUsage);
             return exitUsage;
         }
-        json = true;
     }
 
     DiskInfoService service;

@@ -21,13 +21,14 @@ namespace ravelinth::cli {
 namespace {
 
 constexpr const char *scanUsage =
-    "Usage: ravelinth scan PATH [--min-size-mb N] [--hidden] [--json | --print0]\n"
+    "Usage: ravelinth scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --print0]\n"
     "\n"
     "Walks PATH and lists every file of at least N binary megabytes (N x 1024 x 1024 bytes;\n"
     "default 100, fractions allowed), largest first. System folders are always skipped.\n"
     "\n"
     "  --min-size-mb N  size threshold in megabytes\n"
     "  --hidden         include hidden files and folders\n"
+    "  --binary         show sizes in 1024-based units (KiB, MiB, GiB)\n"
     "  --json           print the whole result as one JSON object\n"
     "  --print0         print the exact paths, each followed by a NUL byte\n"
     "\n"
@@ -72,6 +73,8 @@ std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &option
                 return exitSuccess;
             } else if (argument == "--hidden") {
                 options.includeHidden = true;
+            } else if (argument == "--binary") {
+                setDefaultByteUnits(ByteUnits::binary);
             } else if (argument == "--json" || argument == "--print0") {
                 if (formatGiven)
                     return usageError("--json and --print0 cannot be combined");

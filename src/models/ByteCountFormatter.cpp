@@ -3,6 +3,7 @@
 #include <QLocale>
 
 #include <array>
+#include <atomic>
 #include <charconv>
 #include <string>
 
@@ -51,29 +52,48 @@ double integerValue(const std::string &text) {
     return std::stod(text);
 }
 
+std::atomic<ByteUnits> processUnits{ByteUnits::decimal};
+
 } // namespace
 
 QString formatByteCount(qint64 bytes) {
+    return formatByteCount(bytes, processUnits.load(std::memory_order_relaxed));
+}
+
+void setDefaultByteUnits(ByteUnits units) {
+    processUnits.store(units, std::memory_order_relaxed);
+}
+
+ByteUnits defaultByteUnits() {
+    return processUnits.load(std::memory_order_relaxed);
+}
+
+QString formatByteCount(qint64 bytes, ByteUnits units) {
+    const bool binary = units == ByteUnits::binary;
+    const double base = binary ? 1024 : 1000;
     if (bytes == 0)
-        return u"Zero KB"_qs;
+        return binary ? u"Zero KiB"_qs : u"Zero KB"_qs;
     const bool negative = bytes < 0;
     // Magnitude through unsigned arithmetic so that the most negative value has one too.
     const quint64 magnitude = negative ? quint64(0) - quint64(bytes) : quint64(bytes);
     const QString sign = negative ? u"-"_qs : QString();
     if (magnitude == 1)
         return sign + u"1 byte"_qs;
-    if (magnitude < 1000)
+    if (double(magnitude) < base)
         return sign + QString::number(magnitude) + u" bytes"_qs;
 
-    static constexpr std::array<const char *, 6> units{"KB", "MB", "GB", "TB", "PB", "EB"};
+    static constexpr std::array<const char *, 6> decimalNames{"KB", "MB", "GB", "TB", "PB", "EB"};
+    static constexpr std::array<const char *, 6> binaryNames{"KiB", "MiB", "GiB",
+                                                             "TiB", "PiB", "EiB"};
+    const auto &names = binary ? binaryNames : decimalNames;
     double divisor = 1;
-    for (std::size_t unit = 0; unit < units.size(); ++unit) {
-        divisor *= 1000;
+    for (std::size_t unit = 0; unit < names.size(); ++unit) {
+        divisor *= base;
         const int digits = unit == 0 ? 0 : unit == 1 ? 1 : 2;
         const std::string rounded =
             roundDecimalHalfUp(shortestText(double(magnitude) / divisor), digits);
-        if (integerValue(rounded) < 1000 || unit + 1 == units.size())
-            return sign + QString::fromStdString(rounded) + u' ' + QLatin1StringView(units[unit]);
+        if (integerValue(rounded) < base || unit + 1 == names.size())
+            return sign + QString::fromStdString(rounded) + u' ' + QLatin1StringView(names[unit]);
     }
     return {};
 }

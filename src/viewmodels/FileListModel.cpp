@@ -259,6 +259,15 @@ QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int
     return titles.value(section);
 }
 
+void FileListModel::setByteUnits(ByteUnits units) {
+    if (units == m_byteUnits)
+        return;
+    m_byteUnits = units;
+    if (!m_rows.isEmpty())
+        emit dataChanged(index(0, SizeColumn), index(int(m_rows.size()) - 1, SizeColumn),
+                         {Qt::DisplayRole, SizeTextRole});
+}
+
 QVariant FileListModel::data(const QModelIndex &index, int role) const {
     const FileItem *file = fileAt(index.row());
     if (!file || index.column() < 0 || index.column() >= columnCountValue)
@@ -268,7 +277,7 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const {
         case IconColumn:
             return file->category.icon();
         case SizeColumn:
-            return formatByteCount(file->size);
+            return formatByteCount(file->size, m_byteUnits);
         case CategoryColumn:
             return file->category.rawValue();
         case ModifiedColumn:
@@ -291,7 +300,7 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const {
     case SizeRole:
         return double(file->size);
     case SizeTextRole:
-        return formatByteCount(file->size);
+        return formatByteCount(file->size, m_byteUnits);
     case ExtensionRole:
         return file->fileExtension();
     case CategoryRole:

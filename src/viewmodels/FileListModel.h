@@ -1,5 +1,6 @@
 #pragma once
 
+#include "models/ByteCountFormatter.h"
 #include "models/FileItem.h"
 #include "models/FileTotals.h"
 #include "models/SortOption.h"
@@ -109,6 +110,8 @@ public:
     void selectionEdited();
 
     // --- the table ---
+    // The units of the size texts; a change rewrites every row's size.
+    void setByteUnits(ByteUnits units);
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
@@ -140,6 +143,7 @@ private:
     int shownSavingsCount() const { return shownTotals().savingsCount; }
 
     QList<FileItem> m_files;
+    ByteUnits m_byteUnits = ByteUnits::decimal;
     FileSelection m_selection;
     FileListQuery m_query;
     mutable std::optional<FileTotals> m_totals;

@@ -7,6 +7,7 @@
 #include "viewmodels/FileListModel.h"
 #include "viewmodels/FileOperations.h"
 #include "viewmodels/Preferences.h"
+#include "viewmodels/PreferencesLink.h"
 #include "viewmodels/ScanController.h"
 #include "viewmodels/SelectionController.h"
 
@@ -19,7 +20,8 @@ struct RavelinthViewModel::Parts {
         : scan(new ScanController(root)), disk(new DiskInfoController(root)),
           fileList(new FileListModel(root)), selection(new SelectionController(*fileList, root)),
           operations(new FileOperations(*fileList, trash, root)),
-          categoryStats(new CategoryStatsModel(root)), preferences(new Preferences(root)) {}
+          categoryStats(new CategoryStatsModel(root)), preferences(new Preferences(root)),
+          preferencesLink(new PreferencesLink(*preferences, *scan, *fileList, root)) {}
 
     TrashService trash;
     ScanController *scan;
@@ -29,6 +31,7 @@ struct RavelinthViewModel::Parts {
     FileOperations *operations;
     CategoryStatsModel *categoryStats;
     Preferences *preferences;
+    PreferencesLink *preferencesLink;
     bool showSettings = false;
     std::optional<QString> errorMessage;
 };

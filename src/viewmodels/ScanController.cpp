@@ -91,7 +91,7 @@ void ScanController::begin(std::shared_ptr<FileScannerService> scanner,
     ScanConfiguration configuration;
     configuration.minFileSizeBytes = thresholdBytes(m_minFileSizeMB);
     configuration.includeHiddenFiles = m_includeHiddenFiles;
-    configuration.skipSystemDirectories = true;
+    configuration.skipSystemDirectories = m_skipSystemDirectories;
     configuration.followSymlinks = false;
     QPointer<ScanController> self(this);
     auto progress = [self, task](qint64 files, qint64 bytes, const QString &current) {

@@ -36,7 +36,12 @@ public:
     void setMinFileSizeMB(double megabytes);
     bool includeHiddenFiles() const { return m_includeHiddenFiles; }
     void setIncludeHiddenFiles(bool include);
+    // Read when a scan begins; pseudo file systems are never entered either way.
+    bool skipSystemDirectories() const { return m_skipSystemDirectories; }
+    void setSkipSystemDirectories(bool skip) { m_skipSystemDirectories = skip; }
 
+    // Announces the state again, for texts made from it whose units have changed.
+    void restate() { emit stateChanged(); }
     // Does nothing while a scan runs. Emits `starting` first, so the old results can go.
     Q_INVOKABLE void start();
     Q_INVOKABLE void stop();
@@ -62,6 +67,7 @@ private:
     QString m_path;
     double m_minFileSizeMB = 100.0;
     bool m_includeHiddenFiles = false;
+    bool m_skipSystemDirectories = true;
     bool m_progressAnnouncementPending = false;
     std::shared_ptr<FileScannerService> m_scanner;
     std::shared_ptr<Task> m_task;

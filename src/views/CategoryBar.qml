@@ -63,7 +63,7 @@ RowLayout {
         Layout.preferredWidth: 80
         spacing: 2
         Text {
-            text: TextFormat.byteCount(root.totalSize)
+            text: TextFormat.byteCount(root.totalSize, TextFormat.binaryUnits)
             font.pixelSize: 12
             font.weight: Font.Medium
             color: Theme.primaryText

@@ -8,7 +8,7 @@ Item {
     property var diskInfo: null
     readonly property real totalBytes: diskInfo ? diskInfo.totalBytes : 0
     readonly property real percentage: diskInfo ? Theme.usagePercent(diskInfo.usedBytes, totalBytes) : 0
-    readonly property string freeText: diskInfo ? TextFormat.byteCount(diskInfo.freeBytes) : ""
+    readonly property string freeText: diskInfo ? TextFormat.byteCount(diskInfo.freeBytes, TextFormat.binaryUnits) : ""
 
     implicitWidth: row.implicitWidth + 24
     implicitHeight: row.implicitHeight + 12

@@ -49,19 +49,19 @@ GlassCard {
             }
             DiskStatRow {
                 label: "Used"
-                value: root.diskInfo ? TextFormat.byteCount(root.diskInfo.usedBytes) : ""
+                value: root.diskInfo ? TextFormat.byteCount(root.diskInfo.usedBytes, TextFormat.binaryUnits) : ""
                 color: root.usageColor
                 icon: "circle.fill"
             }
             DiskStatRow {
                 label: "Free"
-                value: root.diskInfo ? TextFormat.byteCount(root.diskInfo.freeBytes) : ""
+                value: root.diskInfo ? TextFormat.byteCount(root.diskInfo.freeBytes, TextFormat.binaryUnits) : ""
                 color: Theme.green
                 icon: "circle"
             }
             DiskStatRow {
                 label: "Total"
-                value: root.diskInfo ? TextFormat.byteCount(root.diskInfo.totalBytes) : ""
+                value: root.diskInfo ? TextFormat.byteCount(root.diskInfo.totalBytes, TextFormat.binaryUnits) : ""
                 color: Theme.secondaryText
                 icon: "circle.dotted"
             }

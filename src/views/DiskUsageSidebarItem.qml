@@ -53,7 +53,7 @@ ColumnLayout {
         Layout.rightMargin: 4
         Layout.bottomMargin: 4
         Text {
-            text: (root.diskInfo ? TextFormat.byteCount(root.diskInfo.usedBytes) : "") + " used"
+            text: (root.diskInfo ? TextFormat.byteCount(root.diskInfo.usedBytes, TextFormat.binaryUnits) : "") + " used"
             font.pixelSize: 10
             color: Theme.secondaryText
         }
@@ -61,7 +61,7 @@ ColumnLayout {
             Layout.fillWidth: true
         }
         Text {
-            text: (root.diskInfo ? TextFormat.byteCount(root.diskInfo.freeBytes) : "") + " free"
+            text: (root.diskInfo ? TextFormat.byteCount(root.diskInfo.freeBytes, TextFormat.binaryUnits) : "") + " free"
             font.pixelSize: 10
             color: Theme.secondaryText
         }

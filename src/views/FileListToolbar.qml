@@ -65,7 +65,7 @@ Item {
         Text {
             objectName: "countText"
             text: RavelinthViewModel.fileList.count + " files • "
-                  + TextFormat.byteCount(RavelinthViewModel.fileList.totalScannedSize)
+                  + TextFormat.byteCount(RavelinthViewModel.fileList.totalScannedSize, TextFormat.binaryUnits)
             font.pixelSize: 12
             color: Theme.secondaryText
         }

@@ -8,7 +8,7 @@ AccentGlassCard {
     id: root
     property real savings: RavelinthViewModel.fileList.potentialSavings
     property int fileCount: RavelinthViewModel.fileList.potentialSavingsFileCount
-    readonly property string detailText: TextFormat.byteCount(savings) + " in " + fileCount
+    readonly property string detailText: TextFormat.byteCount(savings, TextFormat.binaryUnits) + " in " + fileCount
                                          + " files marked safe to delete"
 
     RowLayout {
@@ -39,7 +39,7 @@ AccentGlassCard {
             Layout.fillWidth: true
         }
         GradientText {
-            text: TextFormat.byteCount(root.savings)
+            text: TextFormat.byteCount(root.savings, TextFormat.binaryUnits)
             pixelSize: 24
             bold: true
         }

@@ -15,7 +15,7 @@ Rectangle {
     readonly property string currentFileName:
         TextFormat.shortenedFileName(TextFormat.lastPathComponent(currentFile))
     readonly property string filesText: TextFormat.groupedInteger(filesScanned)
-    readonly property string bytesText: TextFormat.byteCount(bytesScanned)
+    readonly property string bytesText: TextFormat.byteCount(bytesScanned, TextFormat.binaryUnits)
 
     implicitHeight: column.implicitHeight + 24
     radius: 8

@@ -56,7 +56,7 @@ GlassCard {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
                 title: "Total Size"
-                value: TextFormat.byteCount(RavelinthViewModel.fileList.totalScannedSize)
+                value: TextFormat.byteCount(RavelinthViewModel.fileList.totalScannedSize, TextFormat.binaryUnits)
                 icon: "externaldrive.fill"
                 tint: Theme.purple
             }
@@ -65,7 +65,7 @@ GlassCard {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
                 title: "Safe to Delete"
-                value: TextFormat.byteCount(RavelinthViewModel.fileList.potentialSavings)
+                value: TextFormat.byteCount(RavelinthViewModel.fileList.potentialSavings, TextFormat.binaryUnits)
                 icon: "trash.fill"
                 tint: Theme.green
             }

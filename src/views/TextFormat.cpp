@@ -1,5 +1,6 @@
 #include "TextFormat.h"
 
+#include "QmlTypes.h"
 #include "models/ByteCountFormatter.h"
 #include "models/ProgressText.h"
 #include "models/RelativeDateFormatter.h"
@@ -9,8 +10,24 @@
 
 namespace ravelinth::views {
 
-QString TextFormat::byteCount(double bytes) const {
-    return formatByteCount(qint64(bytes));
+TextFormat::TextFormat(const Preferences &preferences) {
+    const auto follow = [this, &preferences] {
+        if (m_binaryUnits == preferences.showSizesInBinary())
+            return;
+        m_binaryUnits = preferences.showSizesInBinary();
+        emit binaryUnitsChanged();
+    };
+    connect(&preferences, &Preferences::changed, this, follow);
+    follow();
+}
+
+TextFormat *TextFormat::create(QQmlEngine *engine, QJSEngine *scriptEngine) {
+    // Owned by the engine, as every singleton QML makes.
+    return new TextFormat(*RavelinthViewModelForeign::create(engine, scriptEngine)->preferences());
+}
+
+QString TextFormat::byteCount(double bytes, bool binary) const {
+    return formatByteCount(qint64(bytes), binary ? ByteUnits::binary : ByteUnits::decimal);
 }
 
 QString TextFormat::oneDecimal(double value) const {

@@ -4,6 +4,13 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
+class QJSEngine;
+class QQmlEngine;
+
+namespace ravelinth {
+class Preferences;
+}
+
 namespace ravelinth::views {
 
 // Every text the views format from a number or a path, in one place, so that a byte count reads
@@ -12,12 +19,21 @@ class TextFormat : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
+    // The user's choice of 1024-based units, to be passed to byteCount so that a binding
+    // re-reads its text when the choice changes.
+    Q_PROPERTY(bool binaryUnits READ binaryUnits NOTIFY binaryUnitsChanged)
 
 public:
-    using QObject::QObject;
+    // Follows `preferences`, which outlive it.
+    explicit TextFormat(const Preferences &preferences);
+    // Made by QML, following the one root's preferences. (Qt 6.4 would rather use a default
+    // constructor than this, so there is none.)
+    static TextFormat *create(QQmlEngine *engine, QJSEngine *scriptEngine);
+    bool binaryUnits() const { return m_binaryUnits; }
 
     // Bytes arrive as a double from QML; every count the program meets fits its 53-bit mantissa.
-    Q_INVOKABLE QString byteCount(double bytes) const;
+    // Callers pass the units preference, so that their bindings follow it.
+    Q_INVOKABLE QString byteCount(double bytes, bool binary) const;
     // "%.1f": exact halves go to the even digit (3.25 -> "3.2"), unlike Number.toFixed.
     Q_INVOKABLE QString oneDecimal(double value) const;
     // With the locale's digit grouping, as the progress strip counts files.
@@ -27,6 +43,12 @@ public:
     // The examined file's name, and that name cut when it is too long for the strip.
     Q_INVOKABLE QString lastPathComponent(const QString &path) const;
     Q_INVOKABLE QString shortenedFileName(const QString &name) const;
+
+signals:
+    void binaryUnitsChanged();
+
+private:
+    bool m_binaryUnits = false;
 };
 
 } // namespace ravelinth::views

@@ -189,6 +189,14 @@ private slots:
         QVERIFY(lines[1].contains("Other") || lines[1].contains("Cache"));
         QVERIFY(table.out.contains("Review"));
         QVERIFY(table.out.contains("Found 2 files"));
+
+        const ProcessOutput binary = runRavelinth({"scan", tree.root(), "--binary"});
+        QCOMPARE(binary.exitCode, 0);
+        QVERIFY2(binary.out.split('\n')[1].contains("400 MiB"), binary.out.constData());
+        QVERIFY2(binary.out.contains("600 MiB"), binary.out.constData());
+        const ProcessOutput disk = runRavelinth({"disk", "--binary"});
+        QCOMPARE(disk.exitCode, 0);
+        QVERIFY2(disk.out.contains("iB ("), disk.out.constData());
     }
 
     void everyCommandReportsOutputThatCouldNotBeWritten() {

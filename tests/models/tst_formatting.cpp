@@ -57,6 +57,32 @@ private slots:
         QCOMPARE(formatByteCount(bytes), expected);
     }
 
+    // Hand-worked: 1536 = 1.5 x 1024; 1048575 is 1023.999 KiB, which rounds to 1024 and so
+    // reads as the next unit; 5 GB on the box is 4.66 GiB.
+    void binaryUnitsCountIn1024s_data() {
+        QTest::addColumn<qint64>("bytes");
+        QTest::addColumn<QString>("expected");
+        const QList<QPair<qint64, const char *>> rows{
+            {0, "Zero KiB"},           {1, "1 byte"},
+            {1000, "1000 bytes"},      {1023, "1023 bytes"},
+            {1024, "1 KiB"},           {1536, "2 KiB"},
+            {1000 * 1024, "1000 KiB"}, {1048575, "1 MiB"},
+            {1572864, "1.5 MiB"},      {104857600, "100 MiB"},
+            {5000000000, "4.66 GiB"},  {1099511627776, "1 TiB"},
+            {-1536, "-2 KiB"}};
+        for (const auto &[bytes, expected] : rows)
+            QTest::newRow(expected) << bytes << QString::fromLatin1(expected);
+    }
+    void binaryUnitsCountIn1024s() {
+        QFETCH(qint64, bytes);
+        QFETCH(QString, expected);
+        QCOMPARE(formatByteCount(bytes, ByteUnits::binary), expected);
+        setDefaultByteUnits(ByteUnits::binary);
+        const QString asDefault = formatByteCount(bytes);
+        setDefaultByteUnits(ByteUnits::decimal);
+        QCOMPARE(asDefault, expected);
+    }
+
     void oneDecimalRoundsLikePrintf_data() {
         QTest::addColumn<double>("value");
         QTest::addColumn<QString>("expected");

@@ -87,9 +87,9 @@ private slots:
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     }
 
-    // A new model starts idle on the home folder at 100 MB, whatever the saved preferences say,
-    // and reads the disk by itself.
-    void constructionReadsTheDisk() {
+    // A new model starts idle on the home folder with the saved scanner preferences, and reads
+    // the disk by itself.
+    void constructionReadsTheDiskAndThePreferences() {
         {
             Preferences preferences;
             preferences.setDefaultMinSizeMB(1024.0);
@@ -98,12 +98,58 @@ private slots:
         RavelinthViewModel model;
         QVERIFY(model.scanState().isIdle());
         QCOMPARE(model.scanPath(), QDir::homePath());
-        QCOMPARE(model.minFileSizeMB(), 100.0);
-        QVERIFY(!model.includeHiddenFiles());
+        QCOMPARE(model.minFileSizeMB(), 1024.0);
+        QVERIFY(model.includeHiddenFiles());
         QVERIFY(!model.diskInfo());
         QTRY_VERIFY_WITH_TIMEOUT(model.diskInfo().has_value(), 10000);
         QCOMPARE(model.diskInfo()->mountPoint, u"/"_qs);
         QVERIFY(!model.errorMessage());
+        model.preferences()->setDefaultMinSizeMB(100.0);
+        model.preferences()->setIncludeHiddenFiles(false);
+        QCOMPARE(model.minFileSizeMB(), 100.0);
+        QVERIFY(!model.includeHiddenFiles());
+    }
+
+    // A change in Settings reaches the scanner, except while it scans (then when it ends); a
+    // change to one preference leaves a threshold typed into the scanner alone; the system
+    // folders preference decides whether a trash folder is walked; the units preference
+    // rewrites the table's sizes.
+    void preferencesActOnTheScannerAndTheSizes() {
+        TestTree tree;
+        tree.file("keep/big.bin", 2 * MiB);
+        tree.file(".Trash/old.bin", 3 * MiB);
+        RavelinthViewModel model;
+        Preferences &preferences = *model.preferences();
+        preferences.setIncludeHiddenFiles(true);
+        QVERIFY(model.includeHiddenFiles());
+
+        model.setMinFileSizeMB(42);
+        preferences.setShowSizesInBinary(true);
+        QCOMPARE(model.minFileSizeMB(), 42.0);
+
+        scan(model, tree.root());
+        QCOMPARE(namesOf(model.files()), QStringList{u"big.bin"_qs});
+        QCOMPARE(model.fileList()->index(0, FileListModel::SizeColumn).data().toString(),
+                 u"2 MiB"_qs);
+        preferences.setShowSizesInBinary(false);
+        QCOMPARE(model.fileList()->index(0, FileListModel::SizeColumn).data().toString(),
+                 u"2.1 MB"_qs);
+
+        preferences.setSkipSystemDirectories(false);
+        model.setMinFileSizeMB(1);
+        model.startScan();
+        QVERIFY(model.isScanning());
+        preferences.setDefaultMinSizeMB(250.0);
+        QCOMPARE(model.minFileSizeMB(), 1.0);
+        QVERIFY(waitForCompletion(model));
+        QVERIFY(waitForTable(model));
+        QCOMPARE(namesOf(model.files()), (QStringList{u"old.bin"_qs, u"big.bin"_qs}));
+        QCOMPARE(model.minFileSizeMB(), 250.0);
+
+        preferences.setSkipSystemDirectories(true);
+        preferences.setIncludeHiddenFiles(false);
+        preferences.setDefaultMinSizeMB(100.0);
+        QCOMPARE(model.minFileSizeMB(), 100.0);
     }
 
     void aScanRunsFromStartToCompletion() {

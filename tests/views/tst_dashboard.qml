@@ -159,7 +159,7 @@ TestCase {
 
         const savings = card(view, "savingsCard")
         compare([RavelinthViewModel.fileList.potentialSavingsFileCount, savings.fileCount], [3, 3])
-        compare(savings.detailText, TextFormat.byteCount(RavelinthViewModel.fileList.potentialSavings) + " in 3 files marked safe to delete")
+        compare(savings.detailText, TextFormat.byteCount(RavelinthViewModel.fileList.potentialSavings, false) + " in 3 files marked safe to delete")
         wait(600)
         grabImage(view).save("dashboard.png")
     }

@@ -154,7 +154,7 @@ TestCase {
 
         // The toolbar's count, its search box and its own "Clear Filters".
         const count = findChild(view, "countText")
-        compare(count.text, "7 files • " + TextFormat.byteCount(vm.fileList.totalScannedSize))
+        compare(count.text, "7 files • " + TextFormat.byteCount(vm.fileList.totalScannedSize, false))
         const search = findChild(view, "searchField")
         testCase.Window.window.requestActivate()
         mouseClick(search)
@@ -162,7 +162,7 @@ TestCase {
             keyClick(key)
         compare(vm.fileList.searchText, "mov")
         tryCompare(vm.fileList, "count", 1)
-        compare(count.text, "1 files • " + TextFormat.byteCount(vm.fileList.totalScannedSize))
+        compare(count.text, "1 files • " + TextFormat.byteCount(vm.fileList.totalScannedSize, false))
         const clearSearch = findChild(view, "clearSearch")
         verify(clearSearch.visible)
         mouseClick(clearSearch)

@@ -15,6 +15,12 @@ TestCase {
             height: 350
         }
     }
+    Component {
+        id: scannerComponent
+        ScannerView {
+            width: 800
+        }
+    }
     readonly property Preferences prefs: RavelinthViewModel.preferences
     function part(view, name) {
         return findChild(view, name)
@@ -30,5 +36,15 @@ TestCase {
         compare([part(view, "hiddenFilesToggle").checked, part(view, "systemDirectoriesToggle").checked,
                  part(view, "binarySizesToggle").checked, part(view, "confirmDeleteToggle").checked],
                 [true, false, true, false])
+    }
+
+    // The scanner starts from the saved choices, and sizes read in binary units.
+    function test_theScannerStartsFromThem() {
+        compare(RavelinthViewModel.scan.minFileSizeMB, 1024)
+        verify(RavelinthViewModel.scan.includeHiddenFiles)
+        const view = createTemporaryObject(scannerComponent, testCase)
+        compare(part(view, "minSizeField").text, "1,024")
+        verify(part(view, "hiddenFilesBox").checked)
+        compare(TextFormat.byteCount(1536, TextFormat.binaryUnits), "2 KiB")
     }
 }

@@ -6,10 +6,9 @@
 
 namespace ravelinth {
 
-// The stored preferences, read when made and written on every change. The scan, the size
-// formatting and the deletion workflow do not consult them: they are kept and shown, nothing
-// more. `defaultMinSizeMB` is a variant so that a stored value matching no choice of the
-// settings window survives untouched.
+// The stored preferences, read when made and written on every change. They reach the parts that
+// act on them through `PreferencesLink` and the view layer's formatter. `defaultMinSizeMB` is a
+// variant so that a stored value matching no choice of the settings window survives untouched.
 class Preferences : public QObject {
     Q_OBJECT
     Q_PROPERTY(

@@ -5,6 +5,7 @@
 #include "utility/WhenFinished.h"
 
 #include <QSet>
+#include <QUrl>
 
 namespace ravelinth {
 
@@ -233,6 +234,20 @@ int FileListModel::fileIndexOfRow(int row) const {
 QString FileListModel::fileIdAt(int row) const {
     const FileItem *file = fileAt(row);
     return file ? file->id.toString(QUuid::WithoutBraces) : QString();
+}
+
+QVariantMap FileListModel::detailsAt(int row) const {
+    const FileItem *file = fileAt(row);
+    if (!file)
+        return {};
+    return {{u"name"_qs, file->displayName()},
+            {u"path"_qs, file->displayPath()},
+            {u"folder"_qs, file->displayParentPath()},
+            {u"sizeText"_qs, formatByteCount(file->size, m_byteUnits)},
+            {u"category"_qs, file->category.rawValue()},
+            {u"modifiedMSecs"_qs, double(file->modifiedMSecs)},
+            {u"isImage"_qs, file->category == ScanCategory::image},
+            {u"url"_qs, QUrl::fromLocalFile(file->displayPath())}};
 }
 
 void FileListModel::selectionEdited() {

@@ -102,6 +102,9 @@ public:
     // The row's index into files(), also while the table still shows an older list; -1 if none.
     int fileIndexOfRow(int row) const;
     Q_INVOKABLE QString fileIdAt(int row) const;
+    // What a quick look at the row shows: name, path, folder, sizeText, category, modifiedMSecs,
+    // isImage (by category) and url (a file URL, for decoding the image). Empty for no row.
+    Q_INVOKABLE QVariantMap detailsAt(int row) const;
 
     // --- the selection ---
     const FileSelection &selection() const { return m_selection; }

@@ -39,11 +39,13 @@ struct RavelinthViewModel::Parts {
 RavelinthViewModel::RavelinthViewModel(QObject *parent)
     : QObject(parent), d(std::make_unique<Parts>(this)) {
     const auto showError = [this](const QString &message) { setErrorMessage(message); };
-    connect(d->scan, &ScanController::starting, this, [this] {
+    const auto clearResults = [this] {
         d->fileList->setFiles({});
         d->categoryStats->setStats({});
         setSelectedFiles({});
-    });
+    };
+    connect(d->scan, &ScanController::starting, this, clearResults);
+    connect(d->scan, &ScanController::cleared, this, clearResults);
     connect(d->scan, &ScanController::finished, this, [this](const ScanResult &result) {
         d->fileList->setFiles(result.files);
         d->categoryStats->setStats(

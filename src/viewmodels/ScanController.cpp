@@ -136,6 +136,16 @@ void ScanController::stop() {
     setState(ScanState::cancelled());
 }
 
+void ScanController::reset() {
+    if (m_task)
+        m_task->isCancelled = true;
+    m_task.reset();
+    if (m_scanner)
+        m_scanner->cancel();
+    emit cleared();
+    setState(ScanState::idle());
+}
+
 void ScanController::browse() {
     whenFinished(FinderService::shared().selectFolder(u"Select Folder to Scan"_qs, m_path), this,
                  [this](const std::optional<QString> &path) {

@@ -45,6 +45,9 @@ public:
     // Does nothing while a scan runs. Emits `starting` first, so the old results can go.
     Q_INVOKABLE void start();
     Q_INVOKABLE void stop();
+    // Back to the start, as for a new scan: a running scan is stopped and forgotten (whatever it
+    // still finds is dropped), the results go (`cleared`) and the state is idle.
+    Q_INVOKABLE void reset();
     // Asks for a folder with the folder chooser and takes it as the path.
     Q_INVOKABLE void browse();
 
@@ -54,6 +57,7 @@ signals:
     void minFileSizeMBChanged();
     void includeHiddenFilesChanged();
     void starting();
+    void cleared();
     void finished(const ravelinth::ScanResult &result);
     void failed(const QString &message);
 

@@ -16,6 +16,16 @@ Item {
         { tab: "scanner", title: "Scanner", icon: "doc.text.magnifyingglass" }
     ]
 
+    // For the menu commands: each shows the scanner tab first.
+    function focusPathField() {
+        selectedTab = "scanner"
+        scannerView.focusPathField()
+    }
+    function focusSearchField() {
+        selectedTab = "scanner"
+        fileList.focusSearchField()
+    }
+
     Component.onCompleted: {
         showOnboarding = !RavelinthViewModel.preferences.hasSeenOnboarding
         errorAlert.follow()
@@ -160,6 +170,7 @@ Item {
                         color: Theme.divider
                     }
                     FileListView {
+                        id: fileList
                         objectName: "fileList"
                         Layout.fillWidth: true
                         Layout.fillHeight: true

@@ -9,6 +9,11 @@ Item {
     id: root
     implicitHeight: row.implicitHeight + 16
 
+    function focusSearchField() {
+        searchField.forceActiveFocus()
+        searchField.selectAll()
+    }
+
     RowLayout {
         id: row
         anchors.fill: parent

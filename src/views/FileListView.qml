@@ -7,11 +7,16 @@ import QtQuick.Layouts
 Item {
     id: root
 
+    function focusSearchField() {
+        toolbar.focusSearchField()
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
 
         FileListToolbar {
+            id: toolbar
             Layout.fillWidth: true
         }
         Rectangle {

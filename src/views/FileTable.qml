@@ -116,19 +116,14 @@ Item {
         case Qt.Key_Delete:
             operations.moveSelectedToTrash()
             break
-        case Qt.Key_Backspace:
-            if (!(event.modifiers & Qt.ControlModifier))
-                return
-            operations.moveSelectedToTrash()
-            break
         case Qt.Key_Return:
         case Qt.Key_Enter:
             operations.revealSelected()
             break
-        case Qt.Key_A:
-            if (!(event.modifiers & Qt.ControlModifier))
+        case Qt.Key_Space:
+            if (event.modifiers !== Qt.NoModifier || currentRow < 0)
                 return
-            RavelinthViewModel.selection.selectAll()
+            quickPreview.show(currentRow)
             break
         default:
             return
@@ -150,6 +145,11 @@ Item {
         const clicked = RavelinthViewModel.selection.clickedSet(row)
         if (clicked.length > 0)
             RavelinthViewModel.operations.reveal([clicked[0]])
+    }
+
+    QuickPreview {
+        id: quickPreview
+        objectName: "quickPreview"
     }
 
     FileContextMenu {

@@ -6,9 +6,9 @@ import QtQuick.Layouts
 
 // The main window: the menu bar, the toolbar and the content view, plus the settings window.
 //
-// Menu commands announce themselves on the notification centre and do nothing more; a later
-// handler binds to those names. The exceptions are the ones a desktop user expects to act:
-// Select All (the listed files), Settings... and Quit.
+// Every menu command announces itself on the notification centre, for whatever else listens, and
+// then does what its title says. The shortcuts listed in Settings live here too, so that they work
+// wherever the focus is (a focused text field keeps its own editing keys).
 ApplicationWindow {
     id: window
     width: 1280
@@ -28,11 +28,44 @@ ApplicationWindow {
             AppContext.notifications.post(name, object)
     }
 
-    // The focused text field, for the standard pasteboard entries of the Edit menu.
-    function focusedField() {
-        const item = window.activeFocusItem
-        return item && typeof item.selectAll === "function" && typeof item.paste === "function"
-               ? item : null
+    function isTextField(item) {
+        return item !== null && typeof item.selectAll === "function" && typeof item.paste === "function"
+    }
+    // The text field the Edit menu's Cut, Copy and Paste act on: the focused one, also while the
+    // open menu holds the focus itself.
+    property Item editedField: null
+    onActiveFocusItemChanged: {
+        if (isTextField(activeFocusItem))
+            editedField = activeFocusItem
+        else if (activeFocusItem !== null && !menuIsOpen())
+            editedField = null
+    }
+    function menuIsOpen() {
+        for (let i = 0; i < menuBar.count; ++i) {
+            if (menuBar.menuAt(i).visible)
+                return true
+        }
+        return false
+    }
+
+    function editField(edit) {
+        const field = editedField
+        if (!field)
+            return
+        field.forceActiveFocus()
+        edit(field)
+    }
+
+    function quickScan(key) {
+        post("quickScan", key)
+        if (isScanning)
+            return
+        const location = AppContext.quickAccessLocations.find(l => l.name.toLowerCase() === key)
+        if (!location)
+            return
+        RavelinthViewModel.scan.path = location.path
+        RavelinthViewModel.scan.start()
+        content.selectedTab = "scanner"
     }
 
     function openSettings() {
@@ -48,6 +81,28 @@ ApplicationWindow {
         window: window
     }
 
+    // The file list's commands, as the shortcut reference in Settings lists them.
+    Shortcut {
+        objectName: "searchShortcut"
+        sequence: "Ctrl+F"
+        onActivated: content.focusSearchField()
+    }
+    Shortcut {
+        objectName: "deselectAllShortcut"
+        sequence: "Ctrl+Shift+A"
+        onActivated: RavelinthViewModel.selection.clear()
+    }
+    Shortcut {
+        objectName: "trashShortcut"
+        sequence: "Ctrl+Backspace"
+        onActivated: RavelinthViewModel.operations.moveSelectedToTrash()
+    }
+    Shortcut {
+        objectName: "revealShortcut"
+        sequence: "Ctrl+Shift+G"
+        onActivated: RavelinthViewModel.operations.revealSelected()
+    }
+
     menuBar: MenuBar {
         Menu {
             title: "&File"
@@ -55,12 +110,20 @@ ApplicationWindow {
             Action {
                 text: "New Scan"
                 shortcut: "Ctrl+N"
-                onTriggered: window.post("startNewScan")
+                onTriggered: {
+                    window.post("startNewScan")
+                    RavelinthViewModel.scan.reset()
+                    content.focusPathField()
+                }
             }
             Action {
                 text: "Browse Folder..."
                 shortcut: "Ctrl+O"
-                onTriggered: window.post("browseFolder")
+                onTriggered: {
+                    window.post("browseFolder")
+                    content.selectedTab = "scanner"
+                    RavelinthViewModel.scan.browse()
+                }
             }
             MenuSeparator {}
             Action {
@@ -76,25 +139,30 @@ ApplicationWindow {
             }
         }
         Menu {
+            id: editMenu
             title: "&Edit"
             delegate: CommandMenuItem {}
+            readonly property Item field: window.editedField
             Action {
+                objectName: "cutAction"
                 property string shortcutHint: "Ctrl+X"
                 text: "Cut"
-                enabled: window.focusedField() !== null
-                onTriggered: window.focusedField().cut()
+                enabled: editMenu.field !== null && editMenu.field.selectedText !== ""
+                onTriggered: window.editField(field => field.cut())
             }
             Action {
+                objectName: "copyAction"
                 property string shortcutHint: "Ctrl+C"
                 text: "Copy"
-                enabled: window.focusedField() !== null
-                onTriggered: window.focusedField().copy()
+                enabled: editMenu.field !== null && editMenu.field.selectedText !== ""
+                onTriggered: window.editField(field => field.copy())
             }
             Action {
+                objectName: "pasteAction"
                 property string shortcutHint: "Ctrl+V"
                 text: "Paste"
-                enabled: window.focusedField() !== null
-                onTriggered: window.focusedField().paste()
+                enabled: editMenu.field !== null && editMenu.field.canPaste
+                onTriggered: window.editField(field => field.paste())
             }
             MenuSeparator {}
             Action {
@@ -114,12 +182,20 @@ ApplicationWindow {
             Action {
                 text: "Start Scan"
                 shortcut: "Ctrl+Return"
-                onTriggered: window.post("startScan")
+                onTriggered: {
+                    window.post("startScan")
+                    content.selectedTab = "scanner"
+                    RavelinthViewModel.scan.start()
+                }
             }
             Action {
                 text: "Stop Scan"
                 shortcut: "Ctrl+."
-                onTriggered: window.post("stopScan")
+                onTriggered: {
+                    window.post("stopScan")
+                    if (window.isScanning)
+                        RavelinthViewModel.scan.stop()
+                }
             }
             MenuSeparator {}
             Menu {
@@ -127,19 +203,19 @@ ApplicationWindow {
                 delegate: CommandMenuItem {}
                 Action {
                     text: "Home Folder"
-                    onTriggered: window.post("quickScan", "home")
+                    onTriggered: window.quickScan("home")
                 }
                 Action {
                     text: "Downloads"
-                    onTriggered: window.post("quickScan", "downloads")
+                    onTriggered: window.quickScan("downloads")
                 }
                 Action {
                     text: "Desktop"
-                    onTriggered: window.post("quickScan", "desktop")
+                    onTriggered: window.quickScan("desktop")
                 }
                 Action {
                     text: "Applications"
-                    onTriggered: window.post("quickScan", "applications")
+                    onTriggered: window.quickScan("applications")
                 }
             }
         }
@@ -149,17 +225,26 @@ ApplicationWindow {
             Action {
                 text: "Show Dashboard"
                 shortcut: "Ctrl+1"
-                onTriggered: window.post("showDashboard")
+                onTriggered: {
+                    window.post("showDashboard")
+                    content.selectedTab = "dashboard"
+                }
             }
             Action {
                 text: "Show Scanner"
                 shortcut: "Ctrl+2"
-                onTriggered: window.post("showScanner")
+                onTriggered: {
+                    window.post("showScanner")
+                    content.selectedTab = "scanner"
+                }
             }
             Action {
                 text: "Refresh Disk Info"
                 shortcut: "Ctrl+R"
-                onTriggered: window.post("refreshDiskInfo")
+                onTriggered: {
+                    window.post("refreshDiskInfo")
+                    RavelinthViewModel.disk.refresh()
+                }
             }
             MenuSeparator {}
             Action {

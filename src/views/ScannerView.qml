@@ -30,6 +30,11 @@ Rectangle {
         return text
     }
 
+    function focusPathField() {
+        pathField.forceActiveFocus()
+        pathField.selectAll()
+    }
+
     function commitMinSize() {
         let value = NaN
         try {

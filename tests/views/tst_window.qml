@@ -3,73 +3,12 @@ import QtTest
 import Ravelinth
 import RavelinthTest
 
-// The main window as a user meets it: the toolbar follows the scan, each menu command announces
-// itself and nothing more, select-all takes the listed files even from a text field, the error
-// alert, the tutorial sheet and the settings window.
-TestCase {
+// The main window as a user meets it: the toolbar follows the scan, the menus' titles and keys,
+// select-all takes the listed files even from a text field, the error alert, the tutorial sheet
+// and the settings window.
+WindowTestCase {
     id: testCase
     name: "Window"
-    when: windowShown
-
-    SignalSpy {
-        id: posted
-        target: AppContext.notifications
-        signalName: "posted"
-    }
-
-    function findChild(item, name) {
-        if (!item)
-            return null
-        if (item.objectName === name)
-            return item
-        // `data` also holds what is not drawn in place: popups, dialogs, other windows.
-        const children = item.data || item.children || []
-        for (let i = 0; i < children.length; ++i) {
-            const found = findChild(children[i], name)
-            if (found)
-                return found
-        }
-        if (item.contentItem && item.contentItem !== item) {
-            const found = findChild(item.contentItem, name)
-            if (found)
-                return found
-        }
-        return null
-    }
-
-    readonly property var vm: RavelinthViewModel
-
-    Component {
-        id: mainComponent
-        Main {}
-    }
-    RootReset {
-        id: rootReset
-    }
-    function initTestCase() {
-        rootReset.reset(testCase)
-    }
-    function cleanup() {
-        rootReset.reset(testCase)
-    }
-
-    // The window's parts, by name.
-    function content(window) {
-        return findChild(window.contentItem, "content")
-    }
-    function scannerPart(window, name) {
-        return findChild(findChild(window.contentItem, "scannerView"), name)
-    }
-
-    function openWindow() {
-        const window = createTemporaryObject(mainComponent, null)
-        verify(window)
-        content(window).showOnboarding = false
-        window.requestActivate()
-        tryVerify(() => window.active, 5000)
-        waitForRendering(window.contentItem)
-        return window
-    }
 
     function test_opensAtLeastMinimumSizeOnTheScannerTab() {
         const window = openWindow()
@@ -104,60 +43,6 @@ TestCase {
         mouseClick(button)
         compare(vm.scan.state.phase, ScanPhase.Cancelled)
         compare(button.text, "Scan")
-        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 20000)
-    }
-
-    function test_menuCommandsOnlyAnnounce() {
-        const window = openWindow()
-        const phaseBefore = vm.scan.state.phase
-        const cases = [
-            { key: Qt.Key_N, name: "startNewScan" },
-            { key: Qt.Key_O, name: "browseFolder" },
-            { key: Qt.Key_Return, name: "startScan" },
-            { key: Qt.Key_Period, name: "stopScan" },
-            { key: Qt.Key_1, name: "showDashboard" },
-            { key: Qt.Key_2, name: "showScanner" },
-            { key: Qt.Key_R, name: "refreshDiskInfo" }
-        ]
-        for (const c of cases) {
-            posted.clear()
-            keyClick(c.key, Qt.ControlModifier)
-            compare(posted.count, 1, c.name)
-            compare(posted.signalArguments[0][0], c.name)
-            verify(posted.signalArguments[0][1] === undefined || posted.signalArguments[0][1] === null,
-                   c.name + " carries no object")
-        }
-        // Nothing acts on them: no scan started, no tab changed.
-        compare(vm.scan.state.phase, phaseBefore)
-        verify(!vm.scan.isScanning)
-        compare(content(window).selectedTab, "scanner")
-
-        // Stop Scan while a scan runs leaves the scan running.
-        vm.scan.path = "/usr"
-        vm.scan.start()
-        posted.clear()
-        keyClick(Qt.Key_Period, Qt.ControlModifier)
-        compare(posted.count, 1)
-        compare(vm.scan.state.phase, ScanPhase.Scanning)
-        vm.scan.stop()
-
-        // The Quick Scan entries carry their location keys.
-        const scanMenu = window.menuBar.menuAt(2)
-        compare(scanMenu.title, "&Scan")
-        const quickScan = scanMenu.menuAt(3)
-        compare(quickScan.title, "Quick Scan")
-        const expected = [["Home Folder", "home"], ["Downloads", "downloads"],
-                          ["Desktop", "desktop"], ["Applications", "applications"]]
-        compare(quickScan.count, 4)
-        for (let i = 0; i < expected.length; ++i) {
-            posted.clear()
-            const item = quickScan.itemAt(i)
-            compare(item.text, expected[i][0])
-            item.action.trigger()
-            compare(posted.count, 1)
-            compare(posted.signalArguments[0][0], "quickScan")
-            compare(posted.signalArguments[0][1], expected[i][1])
-        }
         tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 20000)
     }
 

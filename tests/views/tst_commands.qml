@@ -1,0 +1,174 @@
+import QtQuick
+import QtTest
+import Ravelinth
+import RavelinthTest
+
+// Every menu command announces itself and does what its title says; the shortcuts the Settings
+// reference lists work; Edit's Cut, Copy and Paste act on the focused text field.
+WindowTestCase {
+    id: testCase
+    name: "Commands"
+
+    readonly property int mib: 1024 * 1024
+
+    function scanTree(window) {
+        vm.scan.minFileSizeMB = 1
+        vm.scan.path = TestFiles.sparseTree({ "movie.mkv": 30 * mib, "photo.png": 20 * mib,
+                                              "notes.pdf": 10 * mib })
+        keyClick(Qt.Key_Return, Qt.ControlModifier)
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed && vm.fileList.count === 3, 20000)
+    }
+    function expectPosted(name, object) {
+        compare(posted.count, 1, name)
+        compare(posted.signalArguments[0][0], name)
+        if (object !== undefined)
+            compare(posted.signalArguments[0][1], object)
+        posted.clear()
+    }
+
+    function test_menuCommandsAnnounceAndAct() {
+        const window = openWindow()
+        posted.clear()
+        keyClick(Qt.Key_1, Qt.ControlModifier)
+        expectPosted("showDashboard")
+        compare(content(window).selectedTab, "dashboard")
+        keyClick(Qt.Key_2, Qt.ControlModifier)
+        expectPosted("showScanner")
+        compare(content(window).selectedTab, "scanner")
+
+        keyClick(Qt.Key_1, Qt.ControlModifier)
+        posted.clear()
+        scanTree(window)
+        expectPosted("startScan")
+        compare(content(window).selectedTab, "scanner")
+
+        // New Scan empties the list and puts the cursor in the path field.
+        findChild(window.contentItem, "fileTable").forceActiveFocus()
+        keyClick(Qt.Key_N, Qt.ControlModifier)
+        expectPosted("startNewScan")
+        compare(vm.scan.state.phase, ScanPhase.Idle)
+        tryCompare(vm.fileList, "count", 0)
+        verify(scannerPart(window, "pathField").activeFocus)
+
+        // Stop Scan stops a running scan.
+        vm.scan.minFileSizeMB = 100
+        vm.scan.path = "/usr"
+        vm.scan.start()
+        keyClick(Qt.Key_Period, Qt.ControlModifier)
+        expectPosted("stopScan")
+        compare(vm.scan.state.phase, ScanPhase.Cancelled)
+
+        const diskSpy = createTemporaryObject(signalSpy, testCase,
+                                              { target: vm.disk, signalName: "infoChanged" })
+        keyClick(Qt.Key_R, Qt.ControlModifier)
+        expectPosted("refreshDiskInfo")
+        diskSpy.wait(10000)
+
+        keyClick(Qt.Key_O, Qt.ControlModifier)
+        expectPosted("browseFolder")
+        const chooser = findChild(content(window), "folderChooser")
+        tryVerify(() => chooser.visible, 5000)
+        chooser.reject()
+        tryVerify(() => !chooser.visible, 5000)
+    }
+
+    // Each Quick Scan entry scans its location.
+    function test_quickScanEntriesScanTheirLocations() {
+        const window = openWindow()
+        const quickScan = window.menuBar.menuAt(2).menuAt(3)
+        const keys = ["home", "downloads", "desktop", "applications"]
+        for (let i = 0; i < keys.length; ++i) {
+            const location = AppContext.quickAccessLocations.find(l => l.name.toLowerCase() === keys[i])
+            verify(location, keys[i])
+            posted.clear()
+            quickScan.itemAt(i).action.trigger()
+            expectPosted("quickScan", keys[i])
+            compare(vm.scan.path, location.path)
+            verify(vm.scan.state.phase === ScanPhase.Scanning
+                   || vm.scan.state.phase === ScanPhase.Completed, keys[i])
+            if (vm.scan.isScanning)
+                vm.scan.stop()
+        }
+    }
+
+    function test_theShortcutReferenceIsTrue() {
+        const window = openWindow()
+        scanTree(window)
+        const table = findChild(window.contentItem, "fileTable")
+
+        keyClick(Qt.Key_F, Qt.ControlModifier)
+        verify(findChild(window.contentItem, "searchField").activeFocus)
+
+        vm.selection.selectAll()
+        compare(vm.selection.count, 3)
+        keyClick(Qt.Key_A, Qt.ControlModifier | Qt.ShiftModifier)
+        compare(vm.selection.count, 0)
+
+        // Space looks at the focused file and closes the look again; Escape does too.
+        table.forceActiveFocus()
+        keyClick(Qt.Key_Down)
+        const preview = findChild(window.contentItem.parent, "quickPreview")
+        keyClick(Qt.Key_Space)
+        tryCompare(preview, "opened", true)
+        compare(findChild(preview.contentItem, "previewName").text, "movie.mkv")
+        keyClick(Qt.Key_Space)
+        tryCompare(preview, "visible", false)
+        keyClick(Qt.Key_Down)
+        keyClick(Qt.Key_Space)
+        tryCompare(preview, "opened", true)
+        compare(findChild(preview.contentItem, "previewName").text, "photo.png")
+        keyClick(Qt.Key_Escape)
+        tryCompare(preview, "visible", false)
+
+        const reveals = createTemporaryObject(signalSpy, testCase,
+                                              { target: AppContext.finder, signalName: "revealCompleted" })
+        keyClick(Qt.Key_G, Qt.ControlModifier | Qt.ShiftModifier)
+        reveals.wait(10000)
+
+        // Ctrl+Backspace asks before moving the selection; Cancel keeps it.
+        const sheet = findChild(content(window), "trashConfirmationSheet")
+        keyClick(Qt.Key_Backspace, Qt.ControlModifier)
+        tryCompare(sheet, "opened", true)
+        keyClick(Qt.Key_Escape)
+        tryCompare(sheet, "visible", false)
+        compare(vm.fileList.count, 3)
+    }
+
+    function test_editCommandsActOnTheFocusedField() {
+        const window = openWindow()
+        const field = findChild(window.contentItem, "searchField")
+        const editMenu = window.menuBar.menuAt(1)
+        function action(name) {
+            for (let i = 0; i < editMenu.count; ++i) {
+                const item = editMenu.itemAt(i)
+                if (item.action && item.action.objectName === name)
+                    return item.action
+            }
+            return null
+        }
+        mouseClick(field)
+        keyClick(Qt.Key_X)
+        keyClick(Qt.Key_Y)
+        field.selectAll()
+        editMenu.open()
+        tryCompare(editMenu, "opened", true)
+        verify(action("copyAction").enabled)
+        action("cutAction").trigger()
+        editMenu.close()
+        compare(field.text, "")
+        verify(field.activeFocus)
+        verify(action("pasteAction").enabled)
+        action("pasteAction").trigger()
+        compare(field.text, "xy")
+
+        // With the focus elsewhere there is no field to edit.
+        findChild(window.contentItem, "fileTable").forceActiveFocus()
+        verify(!action("pasteAction").enabled)
+        verify(!action("cutAction").enabled)
+    }
+
+    Component {
+        id: signalSpy
+        SignalSpy {}
+    }
+}

@@ -6,10 +6,10 @@
 
 namespace ravelinth {
 
-// The stored preferences, read when made and written on every change. The scan, the size
-// formatting and the deletion workflow do not consult them: they are kept and shown, nothing
-// more. `defaultMinSizeMB` is a variant so that a stored value matching no choice of the
-// settings window survives untouched.
+// The stored preferences, read when made and written on every change. The scan and the size
+// formatting do not consult them; `confirmBeforeDelete` decides whether the window asks before
+// moving files to the Trash (the root hands it to the file operations). `defaultMinSizeMB` is a
+// variant so that a stored value matching no choice of the settings window survives untouched.
 class Preferences : public QObject {
     Q_OBJECT
     Q_PROPERTY(

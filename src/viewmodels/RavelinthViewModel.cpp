@@ -52,6 +52,12 @@ RavelinthViewModel::RavelinthViewModel(QObject *parent)
     connect(d->operations, &FileOperations::failed, this, showError);
     connect(d->operations, &FileOperations::filesMoved, this,
             &RavelinthViewModel::refreshAfterMove);
+    // The setting decides whether the window asks before a move; it may change at any time.
+    const auto followConfirmation = [this] {
+        d->operations->setConfirmationRequired(d->preferences->confirmBeforeDelete());
+    };
+    followConfirmation();
+    connect(d->preferences, &Preferences::changed, this, followConfirmation);
     QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
 }
 

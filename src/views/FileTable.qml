@@ -114,12 +114,12 @@ Item {
             moveCurrent(table.rows - 1, shift)
             break
         case Qt.Key_Delete:
-            operations.moveSelectedToTrash()
+            operations.requestMoveSelectedToTrash()
             break
         case Qt.Key_Backspace:
             if (!(event.modifiers & Qt.ControlModifier))
                 return
-            operations.moveSelectedToTrash()
+            operations.requestMoveSelectedToTrash()
             break
         case Qt.Key_Return:
         case Qt.Key_Enter:

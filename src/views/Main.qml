@@ -216,7 +216,7 @@ ApplicationWindow {
                 objectName: "toolbarTrashButton"
                 text: "Trash"
                 symbol: "trash"
-                onClicked: RavelinthViewModel.operations.moveSelectedToTrash()
+                onClicked: RavelinthViewModel.operations.requestMoveSelectedToTrash()
             }
             ToolbarButton {
                 objectName: "toolbarRefreshButton"

@@ -51,8 +51,11 @@ TrashMoveOutcome TrashService::moveToTrashNow(const QByteArray &path) {
 
 TrashResult TrashService::moveOneToTrashNow(const QByteArray &path) {
     Expected<TrashSuccess, TrashError> outcome = moveOne(path);
-    if (!outcome)
-        return TrashFailure{path, outcome.error().description()};
+    if (!outcome) {
+        const TrashError &error = outcome.error();
+        return TrashFailure{path, error.description(),
+                            error.reason().isEmpty() ? error.description() : error.reason()};
+    }
     return *outcome;
 }
 

@@ -49,7 +49,8 @@ struct TrashSuccess {
 
 struct TrashFailure {
     QByteArray path;
-    QString error;
+    QString error;  // the whole description, naming the file
+    QString reason; // the platform's words alone, for a list that names the file already
 };
 
 using TrashResult = std::variant<TrashSuccess, TrashFailure>;

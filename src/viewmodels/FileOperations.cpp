@@ -27,21 +27,90 @@ QList<FileItem> FileOperations::selectedFiles() const {
     return selected;
 }
 
-void FileOperations::moveSelectedToTrash() {
+void FileOperations::requestMoveSelectedToTrash() {
+    request({selectedFiles(), TrashRequest::Scope::selection});
+}
+
+void FileOperations::requestMoveToTrash(const QStringList &fileIds) {
+    request({copiesOf(fileIds), TrashRequest::Scope::namedFiles});
+}
+
+void FileOperations::request(TrashRequest request) {
+    if (request.files.isEmpty())
+        return;
+    if (!m_confirmationRequired) {
+        carryOut(request);
+        return;
+    }
+    // A newer request replaces one still waiting: the sheet then shows the newer one.
+    m_pending = std::move(request);
+    emit pendingMoveChanged();
+}
+
+void FileOperations::confirmPendingMove() {
+    if (!m_pending)
+        return;
+    const TrashRequest confirmed = std::move(*m_pending);
+    m_pending.reset();
+    emit pendingMoveChanged();
+    carryOut(confirmed);
+}
+
+void FileOperations::cancelPendingMove() {
+    if (!m_pending)
+        return;
+    m_pending.reset();
+    emit pendingMoveChanged();
+}
+
+void FileOperations::setConfirmationRequired(bool required) {
+    if (m_confirmationRequired == required)
+        return;
+    m_confirmationRequired = required;
+    emit confirmationRequiredChanged();
+}
+
+int FileOperations::pendingCount() const {
+    return m_pending ? int(m_pending->files.size()) : 0;
+}
+
+qint64 FileOperations::pendingSize() const {
+    return m_pending ? m_pending->totalSize() : 0;
+}
+
+QStringList FileOperations::pendingNames() const {
+    return m_pending ? m_pending->names(pendingNamesShown) : QStringList();
+}
+
+void FileOperations::carryOut(const TrashRequest &request) {
     QList<QByteArray> paths;
-    for (const FileItem &file : selectedFiles())
+    paths.reserve(request.files.size());
+    for (const FileItem &file : request.files)
         paths.append(file.path);
-    whenFinished(m_trash.moveToTrash(paths), this, [this](const QList<TrashResult> &results) {
-        QSet<QByteArray> moved;
-        for (const TrashResult &result : results) {
-            if (const auto *success = std::get_if<TrashSuccess>(&result))
-                moved.insert(success->originalPath);
-        }
-        m_files.removePaths(moved);
-        m_files.editSelection().reset(0, m_files.files().size());
-        m_files.selectionEdited();
-        emit filesMoved();
-    });
+    const bool clearSelection = request.scope == TrashRequest::Scope::selection;
+    whenFinished(m_trash.moveToTrash(paths), this,
+                 [this, files = request.files, clearSelection](const QList<TrashResult> &results) {
+                     TrashReport report = TrashReport::make(files, results);
+                     // By path, so that a batch that finishes after another removes only what
+                     // it moved itself.
+                     m_files.removePaths(report.movedPaths);
+                     if (clearSelection) {
+                         m_files.editSelection().reset(0, m_files.files().size());
+                         m_files.selectionEdited();
+                     }
+                     // Each batch replaces the last one's report, a clean one by none at all.
+                     setReport(report.failures.isEmpty() ? std::nullopt
+                                                         : std::optional(std::move(report)));
+                     emit filesMoved();
+                 });
+}
+
+void FileOperations::moveSelectedToTrash() {
+    carryOut({selectedFiles(), TrashRequest::Scope::selection});
+}
+
+void FileOperations::moveToTrash(const QStringList &fileIds) {
+    carryOut({copiesOf(fileIds), TrashRequest::Scope::namedFiles});
 }
 
 void FileOperations::moveToTrash(const FileItem &file) {
@@ -56,13 +125,23 @@ void FileOperations::moveToTrash(const FileItem &file) {
     });
 }
 
-void FileOperations::moveToTrash(const QStringList &fileIds) {
-    // Copies: each move changes the list.
-    QList<FileItem> files;
-    for (const FileItem *file : lookUp(fileIds, false))
-        files.append(*file);
-    for (const FileItem &file : std::as_const(files))
-        moveToTrash(file);
+void FileOperations::setReport(std::optional<TrashReport> report) {
+    if (!report && !m_report)
+        return;
+    m_report = std::move(report);
+    emit trashReportChanged();
+}
+
+void FileOperations::dismissTrashReport() {
+    setReport(std::nullopt);
+}
+
+int FileOperations::reportMovedCount() const {
+    return m_report ? m_report->movedCount() : 0;
+}
+
+QVariantList FileOperations::reportFailures() const {
+    return m_report ? m_report->failureList() : QVariantList();
 }
 
 void FileOperations::revealSelected() {
@@ -97,6 +176,14 @@ QList<const FileItem *> FileOperations::lookUp(const QStringList &fileIds,
         }
     }
     return found;
+}
+
+// Copies, in the order asked: the request outlives the list it was taken from.
+QList<FileItem> FileOperations::copiesOf(const QStringList &fileIds) const {
+    QList<FileItem> files;
+    for (const FileItem *file : lookUp(fileIds, false))
+        files.append(*file);
+    return files;
 }
 
 QStringList FileOperations::existing(const QStringList &fileIds) const {

@@ -7,7 +7,8 @@
 namespace ravelinth {
 
 // The stored preferences, read when made and written on every change. They reach the parts that
-// act on them through `PreferencesLink` and the view layer's formatter. `defaultMinSizeMB` is a
+// act on them through `PreferencesLink`, the view layer's formatter and, for
+// `confirmBeforeDelete`, the file operations (handed over by the root). `defaultMinSizeMB` is a
 // variant so that a stored value matching no choice of the settings window survives untouched.
 class Preferences : public QObject {
     Q_OBJECT

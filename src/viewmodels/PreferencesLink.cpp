@@ -2,6 +2,7 @@
 
 #include "models/ByteCountFormatter.h"
 #include "viewmodels/FileListModel.h"
+#include "viewmodels/FileOperations.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/ScanController.h"
 
@@ -16,11 +17,11 @@ constexpr double largestThresholdMB = 1024.0 * 1024.0 * 1024.0;
 
 } // namespace
 
-PreferencesLink::PreferencesLink(const Preferences &preferences, ScanController &scan,
-                                 FileListModel &files, QObject *parent)
-    : QObject(parent), m_preferences(preferences), m_scan(scan), m_files(files) {
+PreferencesLink::PreferencesLink(const Preferences &preferences, Parts parts, QObject *parent)
+    : QObject(parent), m_preferences(preferences), m_scan(parts.scan), m_files(parts.files),
+      m_operations(parts.operations) {
     connect(&preferences, &Preferences::changed, this, &PreferencesLink::carry);
-    connect(&scan, &ScanController::stateChanged, this, [this] {
+    connect(&m_scan, &ScanController::stateChanged, this, [this] {
         if (!m_scan.isScanning())
             carry();
     });
@@ -36,8 +37,10 @@ std::optional<double> PreferencesLink::thresholdFrom(const Preferences &preferen
 }
 
 void PreferencesLink::carry() {
-    // Read when the next scan begins, so it may change at any time.
+    // Read when the next scan begins, or the next move is asked for, so they may change at any
+    // time.
     m_scan.setSkipSystemDirectories(m_preferences.skipSystemDirectories());
+    m_operations.setConfirmationRequired(m_preferences.confirmBeforeDelete());
 
     const bool binary = m_preferences.showSizesInBinary();
     if (m_binary != binary) {

@@ -21,7 +21,8 @@ struct RavelinthViewModel::Parts {
           fileList(new FileListModel(root)), selection(new SelectionController(*fileList, root)),
           operations(new FileOperations(*fileList, trash, root)),
           categoryStats(new CategoryStatsModel(root)), preferences(new Preferences(root)),
-          preferencesLink(new PreferencesLink(*preferences, *scan, *fileList, root)) {}
+          preferencesLink(
+              new PreferencesLink(*preferences, {*scan, *fileList, *operations}, root)) {}
 
     TrashService trash;
     ScanController *scan;

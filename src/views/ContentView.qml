@@ -5,7 +5,8 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 // The window's content: the sidebar beside the detail column (header bar with the tabs, then the
-// dashboard or the scanner tab), the first-run sheet and the error alert.
+// dashboard or the scanner tab), the first-run sheet, the question before a move to the Trash,
+// the notice of files a move left behind and the error alert.
 Item {
     id: root
     property string selectedTab: "scanner" // "dashboard" or "scanner"
@@ -49,6 +50,7 @@ Item {
         }
 
         ColumnLayout {
+            id: detailColumn
             SplitView.fillWidth: true
             spacing: 0
 
@@ -183,6 +185,20 @@ Item {
     FolderChooser {
         id: folderChooser
         objectName: "folderChooser"
+    }
+
+    // Over the bottom of the list it speaks about, where it covers the least; it never blocks
+    // the window.
+    TrashResultNotice {
+        objectName: "trashResultNotice"
+        width: Math.min(560, detailColumn.width - 32)
+        x: detailColumn.x + Math.round((detailColumn.width - width) / 2)
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 16
+    }
+
+    TrashConfirmationSheet {
+        objectName: "trashConfirmationSheet"
     }
 
     // The first-run tour, over the whole window.

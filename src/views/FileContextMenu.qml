@@ -31,7 +31,7 @@ Menu {
         acted("copy")
     }
     function moveToTrash() {
-        RavelinthViewModel.operations.moveToTrash(targets)
+        RavelinthViewModel.operations.requestMoveToTrash(targets)
         acted("trash")
     }
 

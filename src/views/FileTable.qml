@@ -114,7 +114,7 @@ Item {
             moveCurrent(table.rows - 1, shift)
             break
         case Qt.Key_Delete:
-            operations.moveSelectedToTrash()
+            operations.requestMoveSelectedToTrash()
             break
         case Qt.Key_Return:
         case Qt.Key_Enter:

@@ -95,7 +95,7 @@ ApplicationWindow {
     Shortcut {
         objectName: "trashShortcut"
         sequence: "Ctrl+Backspace"
-        onActivated: RavelinthViewModel.operations.moveSelectedToTrash()
+        onActivated: RavelinthViewModel.operations.requestMoveSelectedToTrash()
     }
     Shortcut {
         objectName: "revealShortcut"
@@ -301,7 +301,7 @@ ApplicationWindow {
                 objectName: "toolbarTrashButton"
                 text: "Trash"
                 symbol: "trash"
-                onClicked: RavelinthViewModel.operations.moveSelectedToTrash()
+                onClicked: RavelinthViewModel.operations.requestMoveSelectedToTrash()
             }
             ToolbarButton {
                 objectName: "toolbarRefreshButton"

@@ -1,5 +1,7 @@
 #include "FileListTestSupport.h"
 
+#include "Programs.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDesktopServices>
@@ -13,6 +15,12 @@ namespace ravelinth::test {
 
 TestFolder::TestFolder(QObject *parent) : QObject(parent) {}
 
+TestFolder::~TestFolder() {
+    // Before the tree goes, or it could not remove what is locked.
+    for (const QByteArray &path : std::as_const(m_locked))
+        run(u"chattr"_qs, {u"-i"_qs, QFile::decodeName(path)});
+}
+
 QString TestFolder::root() const {
     return QFile::decodeName(m_tree.root());
 }
@@ -24,6 +32,14 @@ QString TestFolder::file(const QString &relative, double size, double ageSeconds
 
 bool TestFolder::exists(const QString &relative) const {
     return ::access(m_tree.path(relative.toUtf8()).constData(), F_OK) == 0;
+}
+
+bool TestFolder::lock(const QString &relative) {
+    const QByteArray path = m_tree.path(relative.toUtf8());
+    if (run(u"chattr"_qs, {u"+i"_qs, QFile::decodeName(path)}).exitCode != 0)
+        return false;
+    m_locked.append(path);
+    return true;
 }
 
 void DesktopRecorder::clear() {

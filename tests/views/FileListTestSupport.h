@@ -20,13 +20,18 @@ class TestFolder : public QObject {
 
 public:
     explicit TestFolder(QObject *parent = nullptr);
+    ~TestFolder() override;
 
     QString root() const;
     // Creates the file (and its folders) with `size` bytes, last modified `ageSeconds` ago.
     Q_INVOKABLE QString file(const QString &relative, double size, double ageSeconds = 0);
     Q_INVOKABLE bool exists(const QString &relative) const;
+    // Makes the entry immutable (chattr +i, so the tests need root) until the folder goes: it
+    // cannot be moved to the Trash, nor removed.
+    Q_INVOKABLE bool lock(const QString &relative);
 
 private:
+    QList<QByteArray> m_locked;
     TestTree m_tree;
 };
 

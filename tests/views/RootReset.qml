@@ -12,6 +12,9 @@ QtObject {
     function reset(test) {
         const vm = RavelinthViewModel
         vm.errorMessage = ""
+        vm.operations.cancelPendingMove()
+        vm.operations.dismissTrashReport()
+        vm.preferences.confirmBeforeDelete = true
         vm.showSettings = false
         vm.fileList.searchText = ""
         vm.fileList.categoryFilter = -1

@@ -274,6 +274,8 @@ TestCase {
     }
 
     function test_deleteKeyMovesTheSelectionToTheTrash() {
+        // The question before the move belongs to the window (tst_trash.qml).
+        vm.preferences.confirmBeforeDelete = false
         const view = makeList()
         const folder = makeFolder()
         scan(view, folder)
@@ -296,6 +298,7 @@ TestCase {
     }
 
     function test_contextMenuActsOnTheClickedSet() {
+        vm.preferences.confirmBeforeDelete = false
         const view = makeList()
         const folder = makeFolder()
         scan(view, folder)

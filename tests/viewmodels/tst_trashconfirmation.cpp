@@ -1,0 +1,239 @@
+#include "Programs.h"
+#include "TestTree.h"
+#include "viewmodels/FileListModel.h"
+#include "viewmodels/FileOperations.h"
+#include "viewmodels/Preferences.h"
+#include "viewmodels/RavelinthViewModel.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <unistd.h>
+
+using namespace ravelinth;
+using ravelinth::test::TestTree;
+
+namespace {
+
+constexpr qint64 MiB = 1024 * 1024;
+
+bool exists(const QByteArray &path) {
+    return ::access(path.constData(), F_OK) == 0;
+}
+
+bool chattr(const QByteArray &path, const char *flag) {
+    return test::run(u"chattr"_qs, {QLatin1StringView(flag), QFile::decodeName(path)}).exitCode ==
+           0;
+}
+
+QStringList idsOf(const RavelinthViewModel &model, const QList<QByteArray> &paths) {
+    QStringList ids;
+    for (const QByteArray &path : paths) {
+        for (const FileItem &file : model.files()) {
+            if (file.path == path)
+                ids.append(file.id.toString(QUuid::WithoutBraces));
+        }
+    }
+    return ids;
+}
+
+// Holds an immutable flag on one path for its own life, so that a failed check cannot leave a
+// file behind that nobody can delete.
+class Immutable {
+public:
+    explicit Immutable(QByteArray path) : m_path(std::move(path)), m_set(chattr(m_path, "+i")) {}
+    ~Immutable() {
+        if (m_set)
+            chattr(m_path, "-i");
+    }
+    Immutable(const Immutable &) = delete;
+    Immutable &operator=(const Immutable &) = delete;
+    bool isSet() const { return m_set; }
+
+private:
+    QByteArray m_path;
+    bool m_set;
+};
+
+} // namespace
+
+// The question before a move to the Trash and the report after one: nothing moves before a
+// confirmation, a cancel changes nothing, a confirmation moves what was asked about, and files
+// that could not be moved are reported with the platform's reason.
+class TrashConfirmationTest : public QObject {
+    Q_OBJECT
+
+    // One for the whole run: GLib reads XDG_DATA_HOME once per process.
+    test::ScopedTestEnvironment environment;
+
+    // Seven files: holiday.mov 7 MiB, then 6, 5, ... down to notes.pdf at 1 MiB.
+    QList<QByteArray> makeFiles(TestTree &tree) {
+        const char *names[] = {"holiday.mov", "disk.iso", "backup.zip", "album.flac",
+                               "photo.tiff",  "game.dmg", "notes.pdf"};
+        QList<QByteArray> paths;
+        for (int i = 0; i < 7; ++i)
+            paths.append(tree.file(names[i], (7 - i) * MiB));
+        return paths;
+    }
+
+    void scan(RavelinthViewModel &model, const TestTree &tree) {
+        model.setScanPath(QFile::decodeName(tree.root()));
+        model.setMinFileSizeMB(1);
+        model.startScan();
+        QTRY_VERIFY_WITH_TIMEOUT(model.scanState().isCompleted(), 10000);
+    }
+
+private slots:
+    void confirmationFollowsThePreference() {
+        RavelinthViewModel model;
+        Preferences &preferences = *model.preferences();
+        FileOperations &operations = *model.operations();
+        preferences.setConfirmBeforeDelete(true);
+        QVERIFY(operations.confirmationRequired());
+        preferences.setConfirmBeforeDelete(false);
+        QVERIFY(!operations.confirmationRequired());
+        preferences.setConfirmBeforeDelete(true);
+        QVERIFY(operations.confirmationRequired());
+    }
+
+    void nothingMovesUntilConfirmedThenExactlyWhatWasShown() {
+        TestTree tree;
+        const QList<QByteArray> paths = makeFiles(tree);
+        RavelinthViewModel model;
+        model.preferences()->setConfirmBeforeDelete(true);
+        scan(model, tree);
+        FileOperations &operations = *model.operations();
+        QSignalSpy moved(&operations, &FileOperations::filesMoved);
+
+        // Nothing selected: nothing to ask about.
+        operations.requestMoveSelectedToTrash();
+        QVERIFY(!operations.hasPendingMove());
+
+        // All seven selected: the question names the first five, largest first as listed.
+        model.selectAll();
+        operations.requestMoveSelectedToTrash();
+        QVERIFY(operations.hasPendingMove());
+        QCOMPARE(operations.pendingCount(), 7);
+        QCOMPARE(operations.pendingSize(), 28 * MiB);
+        QCOMPARE(operations.pendingNames(),
+                 QStringList({u"holiday.mov"_qs, u"disk.iso"_qs, u"backup.zip"_qs, u"album.flac"_qs,
+                              u"photo.tiff"_qs}));
+        QTest::qWait(300);
+        QCOMPARE(moved.size(), 0);
+        QCOMPARE(model.files().size(), 7);
+        for (const QByteArray &path : paths)
+            QVERIFY(exists(path));
+
+        // Cancel: every file stays, listed and still selected.
+        operations.cancelPendingMove();
+        QVERIFY(!operations.hasPendingMove());
+        QTest::qWait(300);
+        QCOMPARE(moved.size(), 0);
+        QCOMPARE(model.files().size(), 7);
+        QCOMPARE(model.selectedCount(), 7);
+        for (const QByteArray &path : paths)
+            QVERIFY(exists(path));
+
+        // Two named files; the selection changes while the question is open, and the
+        // confirmation still moves the two that were asked about.
+        operations.requestMoveToTrash(idsOf(model, {paths[4], paths[1]}));
+        QCOMPARE(operations.pendingCount(), 2);
+        QCOMPARE(operations.pendingSize(), 9 * MiB);
+        QCOMPARE(operations.pendingNames(), QStringList({u"photo.tiff"_qs, u"disk.iso"_qs}));
+        model.setSelectedFiles({});
+        operations.confirmPendingMove();
+        QVERIFY(!operations.hasPendingMove());
+        QVERIFY(moved.wait(10000));
+        QCOMPARE(model.files().size(), 5);
+        for (int i = 0; i < paths.size(); ++i)
+            QCOMPARE(exists(paths[i]), i != 1 && i != 4);
+        QVERIFY(!operations.hasTrashReport());
+
+        // A confirmation with nothing pending does nothing.
+        operations.confirmPendingMove();
+        QTest::qWait(300);
+        QCOMPARE(moved.size(), 1);
+    }
+
+    void withoutConfirmationTheMoveHappensAtOnce() {
+        TestTree tree;
+        const QList<QByteArray> paths = makeFiles(tree);
+        RavelinthViewModel model;
+        model.preferences()->setConfirmBeforeDelete(false);
+        scan(model, tree);
+        FileOperations &operations = *model.operations();
+        QSignalSpy moved(&operations, &FileOperations::filesMoved);
+
+        model.setSelectedFiles({model.files()[0].id, model.files()[6].id});
+        operations.requestMoveSelectedToTrash();
+        QVERIFY(!operations.hasPendingMove());
+        QVERIFY(moved.wait(10000));
+        QCOMPARE(model.files().size(), 5);
+        QCOMPARE(model.selectedCount(), 0);
+        QVERIFY(!exists(paths[0]) && !exists(paths[6]) && exists(paths[3]));
+
+        // The context menu's named files leave the rest of the selection alone.
+        model.setSelectedFiles({model.files()[0].id, model.files()[1].id});
+        operations.requestMoveToTrash(idsOf(model, {paths[1]}));
+        QVERIFY(moved.wait(10000));
+        QCOMPARE(model.files().size(), 4);
+        QCOMPARE(model.selectedCount(), 1);
+        QVERIFY(!exists(paths[1]));
+    }
+
+    void aLockedFileIsReportedAndTheOthersMove() {
+        TestTree tree;
+        const QByteArray sealed = tree.file("sealed/locked.iso", 4 * MiB);
+        const QByteArray first = tree.file("first.mov", 3 * MiB);
+        const QByteArray second = tree.file("second.zip", 2 * MiB);
+        const Immutable lock(sealed);
+        QVERIFY2(lock.isSet(), "chattr +i failed: the test needs root on a file system with "
+                               "attributes");
+        RavelinthViewModel model;
+        model.preferences()->setConfirmBeforeDelete(true);
+        scan(model, tree);
+        FileOperations &operations = *model.operations();
+        QSignalSpy moved(&operations, &FileOperations::filesMoved);
+        QSignalSpy reported(&operations, &FileOperations::trashReportChanged);
+
+        model.selectAll();
+        operations.requestMoveSelectedToTrash();
+        operations.confirmPendingMove();
+        QVERIFY(moved.wait(10000));
+        QVERIFY(!exists(first) && !exists(second) && exists(sealed));
+        QCOMPARE(model.files().size(), 1);
+        QCOMPARE(model.files()[0].path, sealed);
+        QCOMPARE(model.selectedCount(), 0);
+
+        QCOMPARE(reported.size(), 1);
+        QVERIFY(operations.hasTrashReport());
+        QCOMPARE(operations.reportMovedCount(), 2);
+        const QVariantList failures = operations.reportFailures();
+        QCOMPARE(failures.size(), 1);
+        const QVariantMap failure = failures[0].toMap();
+        QCOMPARE(failure[u"name"_qs].toString(), u"locked.iso"_qs);
+        QCOMPARE(failure[u"path"_qs].toString(), QString::fromUtf8(sealed));
+        const QString reason = failure[u"reason"_qs].toString();
+        QVERIFY2(reason.contains(u"not permitted"_qs, Qt::CaseInsensitive), qPrintable(reason));
+        // The reason alone: the list names the file beside it.
+        QVERIFY2(!reason.startsWith(u"Failed to move"_qs), qPrintable(reason));
+
+        // Trying again fails again: the report is replaced by the new one.
+        model.selectAll();
+        operations.requestMoveSelectedToTrash();
+        operations.confirmPendingMove();
+        QVERIFY(moved.wait(10000));
+        QCOMPARE(reported.size(), 2);
+        QCOMPARE(operations.reportMovedCount(), 0);
+        QCOMPARE(operations.reportFailures().size(), 1);
+
+        // Dismissed, it is gone until the next failure.
+        operations.dismissTrashReport();
+        QVERIFY(!operations.hasTrashReport());
+        QVERIFY(operations.reportFailures().isEmpty());
+        QCOMPARE(model.files().size(), 1);
+    }
+};
+
+QTEST_MAIN(TrashConfirmationTest)
+#include "tst_trashconfirmation.moc"

@@ -116,6 +116,12 @@ Item {
         case Qt.Key_Delete:
             operations.requestMoveSelectedToTrash()
             break
+        case Qt.Key_Backspace:
+            // The window's shortcut takes Ctrl+Backspace first; this serves the table alone.
+            if (!(event.modifiers & Qt.ControlModifier))
+                return
+            operations.requestMoveSelectedToTrash()
+            break
         case Qt.Key_Return:
         case Qt.Key_Enter:
             operations.revealSelected()

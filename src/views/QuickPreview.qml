@@ -37,12 +37,11 @@ Popup {
         border.width: 1
         border.color: Theme.divider
     }
-    Accessible.role: Accessible.Dialog
-    Accessible.name: "Quick Look: " + (root.details.name ?? "")
-
     contentItem: ColumnLayout {
         spacing: 12
         focus: true
+        Accessible.role: Accessible.Dialog
+        Accessible.name: "Quick Look: " + (root.details.name ?? "")
         Keys.onSpacePressed: root.close()
 
         Image {

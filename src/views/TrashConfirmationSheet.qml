@@ -138,7 +138,7 @@ Dialog {
                 Text {
                     objectName: "trashConfirmationSize"
                     Layout.fillWidth: true
-                    text: TextFormat.byteCount(root.operations.pendingSize) + " in total. "
+                    text: TextFormat.byteCount(root.operations.pendingSize, TextFormat.binaryUnits) + " in total. "
                           + "You can put them back from the Trash."
                     wrapMode: Text.Wrap
                     font.pixelSize: 12

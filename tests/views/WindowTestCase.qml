@@ -37,8 +37,7 @@ TestCase {
 
     readonly property var vm: RavelinthViewModel
 
-    Component {
-        id: mainComponent
+    readonly property Component mainComponent: Component {
         Main {}
     }
     RootReset {

@@ -52,9 +52,15 @@ Item {
             implicitWidth: countText.implicitWidth + 16
             implicitHeight: countText.implicitHeight + 4
             radius: height / 2
-            color: Theme.withOpacity(root.tint, root.isSelected ? 1.0 : 0.6)
+            // The capsule carries white text, so it is shaded to 4.5:1 against white; the
+            // unselected one starts from the paler look of the tint over the sidebar.
+            color: Theme.readable(root.isSelected ? root.tint
+                                                  : Theme.over(Theme.withOpacity(root.tint, 0.6),
+                                                               Theme.sidebarBackground),
+                                  countText.color, 4.5)
             Text {
                 id: countText
+                objectName: "badgeText"
                 anchors.centerIn: parent
                 text: String(root.count)
                 font.pixelSize: 11

@@ -245,6 +245,7 @@ Item {
                         category: categoryCell.category
                         categoryName: categoryCell.categoryName
                         categoryColor: categoryCell.categoryColor
+                        onSelectedRow: categoryCell.highlighted
                     }
                 }
             }
@@ -277,6 +278,7 @@ Item {
                         x: 6
                         anchors.verticalCenter: parent.verticalCenter
                         isSafe: statusCell.isSafeToDelete
+                        onSelectedRow: statusCell.highlighted
                     }
                 }
             }

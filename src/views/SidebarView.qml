@@ -14,7 +14,7 @@ Rectangle {
     implicitWidth: 240
     Layout.minimumWidth: 200
     implicitHeight: 600
-    color: Qt.tint(Theme.windowBackground, Theme.withOpacity("#FFFFFF", 0.35))
+    color: Theme.sidebarBackground
 
     component SectionHeader: Row {
         id: sectionHeader

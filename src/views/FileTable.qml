@@ -297,6 +297,14 @@ Item {
     }
 
     // One cell: the row's background and the pointer handling every column shares.
+    // Focus shows in the selection's colour; with nothing selected, the table outlines itself.
+    FocusRing {
+        objectName: "tableFocusRing"
+        anchors.margins: 1
+        radius: 2
+        shown: table.activeFocus && RavelinthViewModel.selection.count === 0
+    }
+
     component Cell: Rectangle {
         id: cell
         required property int row

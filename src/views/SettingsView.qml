@@ -107,6 +107,10 @@ Item {
         id: toggle
         property string key
         leftPadding: 0
+        FocusRing {
+            shown: toggle.visualFocus
+            radius: 4
+        }
         checked: root.preferences[key]
         onToggled: {
             root.preferences[key] = checked
@@ -185,6 +189,10 @@ Item {
                             model: root.sizeChoices.map(choice => choice.label)
                             currentIndex: root.sizeIndex(root.preferences.defaultMinSizeMB)
                             displayText: currentIndex >= 0 ? currentText : ""
+                            FocusRing {
+                                shown: sizePicker.visualFocus
+                                radius: 4
+                            }
                             onActivated: index => {
                                 root.preferences.defaultMinSizeMB = root.sizeChoices[index].value
                                 currentIndex = Qt.binding(() => root.sizeIndex(root.preferences.defaultMinSizeMB))

@@ -52,12 +52,9 @@ Item {
             implicitWidth: countText.implicitWidth + 16
             implicitHeight: countText.implicitHeight + 4
             radius: height / 2
-            // The capsule carries white text, so it is shaded to 4.5:1 against white; the
-            // unselected one starts from the paler look of the tint over the sidebar.
-            color: Theme.readable(root.isSelected ? root.tint
-                                                  : Theme.over(Theme.withOpacity(root.tint, 0.6),
-                                                               Theme.sidebarBackground),
-                                  countText.color, 4.5)
+            // The capsule carries white text, so it is shaded to at least 4.5:1 against white,
+            // keeping its hue; the selected row's capsule is a deeper shade of it.
+            color: Theme.readable(root.tint, countText.color, root.isSelected ? 6 : 4.5)
             Text {
                 id: countText
                 objectName: "badgeText"

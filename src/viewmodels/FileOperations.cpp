@@ -1,5 +1,6 @@
 #include "viewmodels/FileOperations.h"
 
+#include "models/ShellQuote.h"
 #include "services/FinderService.h"
 #include "services/TrashService.h"
 #include "utility/WhenFinished.h"
@@ -216,7 +217,7 @@ void FileOperations::open(const QStringList &fileIds) const {
 void FileOperations::copyPath(const QStringList &fileIds) const {
     const QList<const FileItem *> files = lookUp(fileIds, false);
     if (!files.isEmpty())
-        FinderService::shared().copyToClipboard(files.constFirst()->displayPath());
+        FinderService::shared().copyToClipboard(pathForCopying(files.constFirst()->path));
 }
 
 } // namespace ravelinth

@@ -52,9 +52,12 @@ Item {
             implicitWidth: countText.implicitWidth + 16
             implicitHeight: countText.implicitHeight + 4
             radius: height / 2
-            color: Theme.withOpacity(root.tint, root.isSelected ? 1.0 : 0.6)
+            // The capsule carries white text, so it is shaded to at least 4.5:1 against white,
+            // keeping its hue; the selected row's capsule is a deeper shade of it.
+            color: Theme.readable(root.tint, countText.color, root.isSelected ? 6 : 4.5)
             Text {
                 id: countText
+                objectName: "badgeText"
                 anchors.centerIn: parent
                 text: String(root.count)
                 font.pixelSize: 11

@@ -21,6 +21,12 @@ Rectangle {
     Accessible.name: "Clear Filters"
     Accessible.onPressAction: trigger()
     Keys.onSpacePressed: trigger()
+    Keys.onReturnPressed: trigger()
+    Keys.onEnterPressed: trigger()
+    FocusRing {
+        shown: root.activeFocus
+        radius: 8
+    }
 
     Row {
         id: row

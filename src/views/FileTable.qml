@@ -19,7 +19,9 @@ Item {
     property int contextRow: -1
 
     readonly property int columnCount: 6
+    // The icon column is fixed; the others have a floor and no ceiling.
     readonly property var minimumWidths: [32, 200, 80, 100, 80, 80]
+    readonly property var maximumWidths: [32, Infinity, Infinity, Infinity, Infinity, Infinity]
     // "Modified" starts a little wider than the others so "50 minutes ago" fits this face.
     property var columnWidths: [32, 300, 100, 120, 115, 100]
     readonly property int rowHeight: 36
@@ -38,7 +40,16 @@ Item {
 
     function resizeColumn(column, width) {
         const widths = columnWidths.slice()
-        widths[column] = Math.max(minimumWidths[column], Math.round(width))
+        const target = Math.min(maximumWidths[column],
+                                Math.max(minimumWidths[column], Math.round(width)))
+        if (column === 1) {
+            // The name fills the room the others leave, so its edge is the border with "Size":
+            // dragging it moves that border, "Size" giving or taking the difference while it can.
+            // Without that, narrowing a name that fills the row would do nothing at all.
+            const delta = target - widthOf(1)
+            widths[2] = Math.min(maximumWidths[2], Math.max(minimumWidths[2], widths[2] - delta))
+        }
+        widths[column] = target
         columnWidths = widths
     }
     onColumnWidthsChanged: table.forceLayout()
@@ -251,6 +262,7 @@ Item {
                         category: categoryCell.category
                         categoryName: categoryCell.categoryName
                         categoryColor: categoryCell.categoryColor
+                        onSelectedRow: categoryCell.highlighted
                     }
                 }
             }
@@ -283,6 +295,7 @@ Item {
                         x: 6
                         anchors.verticalCenter: parent.verticalCenter
                         isSafe: statusCell.isSafeToDelete
+                        onSelectedRow: statusCell.highlighted
                     }
                 }
             }
@@ -290,6 +303,14 @@ Item {
     }
 
     // One cell: the row's background and the pointer handling every column shares.
+    // Focus shows in the selection's colour; with nothing selected, the table outlines itself.
+    FocusRing {
+        objectName: "tableFocusRing"
+        anchors.margins: 1
+        radius: 2
+        shown: table.activeFocus && RavelinthViewModel.selection.count === 0
+    }
+
     component Cell: Rectangle {
         id: cell
         required property int row

@@ -293,12 +293,14 @@ ApplicationWindow {
             }
             ToolbarButton {
                 objectName: "toolbarRevealButton"
+                enabled: RavelinthViewModel.selection.count > 0
                 text: "Reveal"
                 symbol: "folder"
                 onClicked: RavelinthViewModel.operations.revealSelected()
             }
             ToolbarButton {
                 objectName: "toolbarTrashButton"
+                enabled: RavelinthViewModel.selection.count > 0
                 text: "Trash"
                 symbol: "trash"
                 onClicked: RavelinthViewModel.operations.requestMoveSelectedToTrash()

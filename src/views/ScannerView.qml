@@ -236,6 +236,10 @@ Rectangle {
                 onToggled: RavelinthViewModel.scan.includeHiddenFiles = checked
                 font.pixelSize: 13
                 focusPolicy: Qt.TabFocus
+                FocusRing {
+                    shown: hiddenFilesBox.visualFocus
+                    radius: 4
+                }
                 contentItem: Row {
                     leftPadding: hiddenFilesBox.indicator.width + hiddenFilesBox.spacing
                     spacing: 4

@@ -9,6 +9,9 @@ import QtQuick.Layouts
 Item {
     id: root
     property int currentTab: 0 // 0 General, 1 Shortcuts, 2 About
+    readonly property int tabCount: 3
+    // While a list of choices is open, Escape belongs to it and not to the window.
+    readonly property bool popupOpen: sizePicker.popup.visible
     readonly property var sizeChoices: [
         { label: "10 MB", value: 10.0 }, { label: "25 MB", value: 25.0 },
         { label: "50 MB", value: 50.0 }, { label: "100 MB", value: 100.0 },
@@ -38,6 +41,17 @@ Item {
     implicitWidth: 450
     implicitHeight: 350
 
+    // Ctrl+Tab and Ctrl+Shift+Tab go round the tabs, as in other tabbed windows. With Shift,
+    // Tab arrives as Backtab.
+    Shortcut {
+        sequences: ["Ctrl+Tab"]
+        onActivated: root.currentTab = (root.currentTab + 1) % root.tabCount
+    }
+    Shortcut {
+        sequences: ["Ctrl+Shift+Backtab", "Ctrl+Shift+Tab"]
+        onActivated: root.currentTab = (root.currentTab + root.tabCount - 1) % root.tabCount
+    }
+
     component PaneTab: Item {
         id: tab
         property string title
@@ -46,11 +60,17 @@ Item {
         readonly property bool selected: root.currentTab === index
         implicitWidth: Math.max(64, tabColumn.implicitWidth + 20)
         implicitHeight: tabColumn.implicitHeight + 10
+        activeFocusOnTab: true
+        Keys.onSpacePressed: root.currentTab = tab.index
+        Keys.onReturnPressed: root.currentTab = tab.index
+        Keys.onEnterPressed: root.currentTab = tab.index
         Rectangle {
             anchors.fill: parent
             radius: 6
             color: tab.selected ? Theme.withOpacity(Theme.gray, 0.18)
                                 : tabHover.hovered ? Theme.withOpacity(Theme.gray, 0.08) : "transparent"
+            border.width: tab.activeFocus ? 2 : 0
+            border.color: Theme.withOpacity(Theme.accent, 0.5)
         }
         Column {
             id: tabColumn
@@ -77,6 +97,8 @@ Item {
         }
         Accessible.role: Accessible.PageTab
         Accessible.name: title
+        Accessible.selected: tab.selected
+        Accessible.onPressAction: root.currentTab = tab.index
     }
 
     // A check box bound to one stored preference; a click writes it and the box keeps following
@@ -85,6 +107,10 @@ Item {
         id: toggle
         property string key
         leftPadding: 0
+        FocusRing {
+            shown: toggle.visualFocus
+            radius: 4
+        }
         checked: root.preferences[key]
         onToggled: {
             root.preferences[key] = checked
@@ -163,6 +189,10 @@ Item {
                             model: root.sizeChoices.map(choice => choice.label)
                             currentIndex: root.sizeIndex(root.preferences.defaultMinSizeMB)
                             displayText: currentIndex >= 0 ? currentText : ""
+                            FocusRing {
+                                shown: sizePicker.visualFocus
+                                radius: 4
+                            }
                             onActivated: index => {
                                 root.preferences.defaultMinSizeMB = root.sizeChoices[index].value
                                 currentIndex = Qt.binding(() => root.sizeIndex(root.preferences.defaultMinSizeMB))

@@ -17,6 +17,20 @@ ApplicationWindow {
     color: Theme.windowBackground
     // Closing the window withdraws the root's request, so the next request opens it again.
     onClosing: RavelinthViewModel.showSettings = false
+    // Over the middle of the window it was opened from, each time it opens, wherever that is now.
+    onVisibleChanged: {
+        if (visible && transientParent) {
+            x = transientParent.x + Math.round((transientParent.width - width) / 2)
+            y = transientParent.y + Math.round((transientParent.height - height) / 2)
+        }
+    }
+
+    // Escape closes, unless it is closing the size picker's list first.
+    Shortcut {
+        sequences: ["Escape", "Ctrl+W"]
+        enabled: !(loader.item && loader.item.popupOpen)
+        onActivated: root.close()
+    }
 
     // Loaded from its file: the 6.4 Loader gives what it makes a context of its own, which a
     // component bound to this file refuses.

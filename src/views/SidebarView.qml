@@ -7,14 +7,33 @@ import QtQuick.Layouts
 // The left column: one-tap scans of preset folders, the category filter, and the volume's usage.
 Rectangle {
     id: root
-    // The list's selection among the quick-access rows; -1 when none.
-    property int selectedLocation: -1
+    // The quick-access row of the folder being scanned, however the path got there (a row, the
+    // path field, the folder chooser, a menu); -1 when no row names it.
+    readonly property int selectedLocation: locationIndex(RavelinthViewModel.scan.path)
     readonly property bool hasDiskInfo: RavelinthViewModel.disk.available
+
+    // "/home/a/" and "/home/a" name the same folder; "/" stays itself.
+    function withoutTrailingSlash(path) {
+        let end = path.length
+        while (end > 1 && path[end - 1] === "/")
+            --end
+        return path.slice(0, end)
+    }
+
+    function locationIndex(path) {
+        const wanted = withoutTrailingSlash(path)
+        const locations = AppContext.quickAccessLocations
+        for (let i = 0; i < locations.length; ++i) {
+            if (withoutTrailingSlash(locations[i].path) === wanted)
+                return i
+        }
+        return -1
+    }
 
     implicitWidth: 240
     Layout.minimumWidth: 200
     implicitHeight: 600
-    color: Qt.tint(Theme.windowBackground, Theme.withOpacity("#FFFFFF", 0.35))
+    color: Theme.sidebarBackground
 
     component SectionHeader: Row {
         id: sectionHeader
@@ -65,7 +84,6 @@ Rectangle {
                     location: modelData
                     isSelected: root.selectedLocation === index
                     onTapped: {
-                        root.selectedLocation = quickAccessRow.index
                         // The path first, so the scan runs on this folder whatever was typed.
                         RavelinthViewModel.scan.path = quickAccessRow.modelData.path
                         RavelinthViewModel.scan.start()

@@ -33,6 +33,7 @@ Item {
             color: root.color
         }
         Rectangle {
+            objectName: "badge"
             anchors.horizontalCenter: parent.horizontalCenter
             implicitWidth: label.implicitWidth + 24
             implicitHeight: label.implicitHeight + 8
@@ -40,11 +41,14 @@ Item {
             color: Theme.withOpacity(root.color, 0.15)
             Text {
                 id: label
+                objectName: "badgeText"
                 anchors.centerIn: parent
                 text: root.text
                 font.pixelSize: 12
                 font.weight: Font.DemiBold
-                color: root.color
+                // Shaded to read on the pale pill as the card shows it.
+                color: Theme.readable(root.color, Theme.over(parent.color, Theme.over(
+                                          Theme.withOpacity(root.color, 0.05), Theme.textBackground)), 4.5)
             }
         }
     }

@@ -110,6 +110,10 @@ private slots:
         QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_qs);
         actions.copyPath({idOf(model, plainPath), idOf(model, oddPath)});
         QCOMPARE(QGuiApplication::clipboard()->text(), QString::fromUtf8(plainPath));
+        // A name that is not UTF-8 is copied in a form that still names its bytes.
+        actions.copyPath({idOf(model, oddPath)});
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 u"$'"_qs + QString::fromUtf8(tree.root()) + u"/d\\xffr/caf\\xe9.mov'"_qs);
     }
 
     // The last test: it moves the files away.

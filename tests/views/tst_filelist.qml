@@ -337,17 +337,57 @@ TestCase {
     function test_columnsResizeByTheirGrips() {
         const view = makeList()
         scan(view, makeFolder())
-        const grip = findChild(headerCell(view, 2), "grip2")
-        mouseDrag(grip, grip.width / 2, grip.height / 2, 60, 0)
-        tryCompare(tableView(view).columnWidths, "2", 160)
-        tryCompare(headerCell(view, 2), "width", 160)
-        mouseDrag(grip, grip.width / 2, grip.height / 2, -200, 0)
-        tryCompare(tableView(view).columnWidths, "2", 80) // its minimum
-        // The name column fills whatever the others leave.
-        let others = 0
-        for (let c = 0; c < 6; ++c)
-            others += c === 1 ? 0 : tableView(view).columnWidths[c]
-        compare(tableView(view).widthOf(1), Math.max(300, table(view).width - others))
+        const widths = () => [0, 1, 2, 3, 4, 5].map(c => tableView(view).widthOf(c))
+        // Header and cells keep the same width, column by column.
+        const expectFollowed = what => {
+            for (let c = 0; c < 6; ++c) {
+                tryCompare(headerCell(view, c), "width", tableView(view).widthOf(c), 2000, what)
+                compare(cell(view, 0, c).width, tableView(view).widthOf(c), what + " cell " + c)
+            }
+        }
+        const drag = (column, dx) => {
+            const grip = findChild(headerCell(view, column), "grip" + column)
+            verify(grip.visible, "grip " + column)
+            // From the list's own corner: the grip itself moves along with the border it drags.
+            const at = grip.mapToItem(view, grip.width / 2, grip.height / 2)
+            mouseDrag(view, at.x, at.y, dx, 0)
+        }
+        compare(widths(), [32, 1000 - 32 - 100 - 120 - 115 - 100, 100, 120, 115, 100])
+        verify(!findChild(headerCell(view, 0), "grip0").visible) // the icon column is fixed
+
+        // Each of the right-hand columns: wider by a drag, then no narrower than its floor; the
+        // name takes up what they give or leave.
+        const cases = [
+            { column: 2, ideal: 100, minimum: 80 },
+            { column: 3, ideal: 120, minimum: 100 },
+            { column: 4, ideal: 115, minimum: 80 },
+            { column: 5, ideal: 100, minimum: 80 }
+        ]
+        for (const c of cases) {
+            drag(c.column, 40)
+            compare(widths()[c.column], c.ideal + 40, "column " + c.column + " wider")
+            compare(widths().reduce((a, b) => a + b), 1000, "column " + c.column + " the row stays full")
+            expectFollowed("column " + c.column + " wider")
+            drag(c.column, -300)
+            compare(widths()[c.column], c.minimum, "column " + c.column + " at its floor")
+            compare(widths().reduce((a, b) => a + b), 1000)
+        }
+        expectFollowed("every column at its floor")
+        const nameAtFloors = 1000 - 32 - 80 - 100 - 80 - 80
+        compare(widths()[1], nameAtFloors)
+
+        // The name's grip is the border with "Size": narrower gives "Size" the room...
+        drag(1, -100)
+        compare(widths(), [32, nameAtFloors - 100, 180, 100, 80, 80])
+        expectFollowed("name narrower")
+        // ...and wider takes it back down to the floor of "Size", then the row overflows.
+        drag(1, 300)
+        compare(widths(), [32, nameAtFloors + 200, 80, 100, 80, 80])
+        // Never under its own floor.
+        drag(1, -2000)
+        compare(widths()[1], 200)
+        tableView(view).resizeColumn(0, 90)
+        compare(widths()[0], 32)
     }
 
     // Pictures of each state, beside the test binary, to look at.

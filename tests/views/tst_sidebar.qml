@@ -67,6 +67,34 @@ TestCase {
         compare(vm.scan.state.phase, ScanPhase.Completed)
     }
 
+    function test_highlightFollowsTheScannedPath() {
+        const sidebar = createTemporaryObject(sidebarComponent, testCase)
+        const rows = part(sidebar, "quickAccessRows")
+        const locations = AppContext.quickAccessLocations
+        const highlighted = () => {
+            const found = []
+            for (let i = 0; i < rows.count; ++i) {
+                if (rows.itemAt(i).isSelected)
+                    found.push(i)
+            }
+            return found
+        }
+        // Each path as typed, and the row it should light: a trailing slash still names the row.
+        const cases = [
+            [locations[1].path, [1]],
+            [locations[2].path + "/", [2]],
+            [locations[4].path + "//", [4]],
+            [locations[0].path, [0]],
+            ["/no/such/folder", []],
+            [locations[3].path + "/inner", []],
+            ["", []]
+        ]
+        for (const [path, expected] of cases) {
+            vm.scan.path = path
+            compare(highlighted(), expected, "path " + JSON.stringify(path))
+        }
+    }
+
     function test_categoryRowsFilterTheList() {
         vm.scan.path = TestFiles.sparseTree({
             "a.mp4": 300 * 1048576, "b.mov": 200 * 1048576, "c.zip": 150 * 1048576, "d.dmg": 500 * 1048576
@@ -99,12 +127,14 @@ TestCase {
         verify(empty !== null)
         verify(!findChild(empty, "badge").visible)
 
+        const paleBadge = String(findChild(videos, "badge").color)
         mouseClick(videos)
         compare(vm.fileList.categoryFilter, videos.category)
         tryCompare(vm.fileList, "count", 2)
         verify(videos.isSelected)
         verify(!allFiles.isSelected)
-        compare(findChild(videos, "badge").color, Theme.withOpacity(videos.tint, 1.0))
+        // The selected capsule takes the stronger shade.
+        verify(String(findChild(videos, "badge").color) !== paleBadge)
         // A second tap keeps the filter: "All Files" is the way back.
         mouseClick(videos)
         compare(vm.fileList.categoryFilter, videos.category)

@@ -31,6 +31,7 @@ QtObject {
     readonly property color windowBackground: "#ECECEC"
     readonly property color material: Qt.rgba(1, 1, 1, 0.6)
     readonly property color divider: Qt.rgba(0, 0, 0, 0.1)
+    readonly property color sidebarBackground: Qt.tint(windowBackground, Qt.rgba(1, 1, 1, 0.35))
 
     // Text styles, in points.
     readonly property int titleSize: 22
@@ -44,6 +45,42 @@ QtObject {
 
     function withOpacity(c, opacity) {
         return Qt.rgba(c.r, c.g, c.b, c.a * opacity)
+    }
+
+    // `c` laid over the opaque `background`, as one opaque colour.
+    function over(c, background) {
+        const a = c.a
+        return Qt.rgba(c.r * a + background.r * (1 - a), c.g * a + background.g * (1 - a),
+                       c.b * a + background.b * (1 - a), 1)
+    }
+
+    function relativeLuminance(c) {
+        const linear = v => v <= 0.04045 ? v / 12.92 : Math.pow((v + 0.055) / 1.055, 2.4)
+        return 0.2126 * linear(c.r) + 0.7152 * linear(c.g) + 0.0722 * linear(c.b)
+    }
+
+    function contrastRatio(a, b) {
+        const la = relativeLuminance(a)
+        const lb = relativeLuminance(b)
+        return (Math.max(la, lb) + 0.05) / (Math.min(la, lb) + 0.05)
+    }
+
+    // Many of the palette's colours are too light to read against white, or to carry white text:
+    // `tint` (opaque) is darkened just enough to stand `ratio` against `other`, keeping its hue so
+    // a badge still reads as its category. A small margin over the asked ratio absorbs the
+    // rounding of 8-bit colours. Table cells ask for the same few pairs again and again, so the
+    // answers are kept.
+    readonly property var readableCache: ({})
+    function readable(tint, other, ratio) {
+        const key = tint + "/" + other + "/" + ratio
+        const known = readableCache[key]
+        if (known !== undefined)
+            return known
+        let shade = Qt.rgba(tint.r, tint.g, tint.b, 1)
+        for (let factor = 1; factor > 0 && contrastRatio(shade, other) < ratio + 0.05; factor -= 0.02)
+            shade = Qt.rgba(tint.r * factor, tint.g * factor, tint.b * factor, 1)
+        readableCache[key] = shade
+        return shade
     }
 
     // Usage in percent of a volume: 0 when the volume reports no size.

@@ -14,6 +14,8 @@ AbstractButton {
     implicitHeight: 34
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
+    // Faded as a whole, icon and label alike, so a button with nothing to act on reads as off.
+    opacity: enabled ? 1.0 : 0.35
     Accessible.name: text
 
     contentItem: Item {

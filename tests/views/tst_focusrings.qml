@@ -1,0 +1,97 @@
+import QtQuick
+import QtTest
+import Ravelinth
+import RavelinthTest
+
+// Every control the Tab key reaches shows that it has the focus: walking the whole main window
+// and the settings window by Tab, each stop draws an outline (a border of at least 2).
+TestCase {
+    id: testCase
+    name: "FocusRings"
+    when: windowShown
+
+    readonly property var vm: RavelinthViewModel
+    Component {
+        id: mainComponent
+        Main {}
+    }
+    Component {
+        id: settingsWindowComponent
+        SettingsWindow {}
+    }
+    RootReset {
+        id: rootReset
+    }
+    function cleanup() {
+        rootReset.reset(testCase)
+    }
+
+        // An outline drawn by the item, its background or a child of it.
+    function outlined(item, depth) {
+        if (!item || !item.visible)
+            return false
+        if (item.border !== undefined && item.border.width >= 2)
+            return true
+        if (item.background && item.background.border && item.background.border.width >= 2)
+            return true
+        if (depth === 0)
+            return false
+        for (let i = 0; i < item.children.length; ++i) {
+            if (outlined(item.children[i], depth - 1))
+                return true
+        }
+        return false
+    }
+
+    // Tab from the first stop round to where it started, checking each stop on the way.
+    function walk(window, first) {
+        first.forceActiveFocus(Qt.TabFocusReason)
+        const stops = []
+        for (let i = 0; i < 80; ++i) {
+            const item = window.activeFocusItem
+            verify(item !== null)
+            const name = item.objectName || item.text || item.title || String(item)
+            // A field inside a box of its own lets the box show it; the table, whose children
+            // scroll, has its outline beside it.
+            const box = item.parent && item.parent.parent
+            const siblings = item.parent ? Array.from(item.parent.children) : []
+            verify(outlined(item, 3) || (box && box.border !== undefined && box.border.width >= 2)
+                   || siblings.some(s => s !== item && s.visible && s.border !== undefined
+                                    && s.border.width >= 2),
+                   "no focus outline on " + name)
+            stops.push(name)
+            keyClick(Qt.Key_Tab)
+            if (window.activeFocusItem === first)
+                return stops
+        }
+        fail("Tab never came back round: " + stops.join(", "))
+    }
+
+    function test_everyStopInTheMainWindowShowsFocus() {
+        // Files listed, so the list's toolbar, the table and the sidebar's category rows count too.
+        vm.scan.path = TestFiles.sparseTree({ "a.iso": 300 * 1048576, "b.pdf": 200 * 1048576 })
+        vm.scan.minFileSizeMB = 1
+        vm.scan.start()
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed && vm.fileList.count === 2, 10000)
+        const window = createTemporaryObject(mainComponent, null)
+        findChild(window.contentItem, "content").showOnboarding = false
+        window.requestActivate()
+        tryVerify(() => window.active, 5000)
+        waitForRendering(window.contentItem)
+        const stops = walk(window, findChild(window.header, "toolbarScanButton"))
+        verify(stops.length >= 15, stops.join(", "))
+        for (const name of ["fileTable", "sortPicker", "hiddenFilesBox", "allFilesRow"])
+            verify(stops.indexOf(name) >= 0, name + " is a stop: " + stops.join(", "))
+    }
+
+    function test_everyStopInTheSettingsWindowShowsFocus() {
+        const window = createTemporaryObject(settingsWindowComponent, null)
+        window.show()
+        window.requestActivate()
+        tryVerify(() => window.active, 5000)
+        const loader = findChild(window.contentItem, "settingsLoader")
+        tryVerify(() => loader.item !== null)
+        const stops = walk(window, findChild(loader.item, "generalTab"))
+        compare(stops.length, 3 + 1 + 4, stops.join(", "))
+    }
+}

@@ -24,6 +24,7 @@ constexpr Command commands[] = {
      "scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --print0]"},
     {"disk", runDiskCommand, "disk [--binary] [--json]"},
     {"trash", runTrashCommand, "trash PATH... [--json]"},
+    {"restore", runRestoreCommand, "restore --last | PATH... [--json]"},
     {"reveal", runRevealCommand, "reveal PATH..."},
 };
 

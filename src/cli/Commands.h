@@ -15,5 +15,6 @@ int runScanCommand(const QList<QByteArray> &arguments);
 int runDiskCommand(const QList<QByteArray> &arguments);
 int runTrashCommand(const QList<QByteArray> &arguments);
 int runRevealCommand(const QList<QByteArray> &arguments);
+int runRestoreCommand(const QList<QByteArray> &arguments);
 
 } // namespace ravelinth::cli

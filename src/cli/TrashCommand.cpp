@@ -67,12 +67,14 @@ int runTrashCommand(const QList<QByteArray> &arguments) {
     JsonWriter writer(stdout);
     if (json)
         writer.beginArray();
+    // One command is one action to undo: `ravelinth restore --last` puts all of it back.
+    TrashBatch batch;
     for (const QByteArray &path : std::as_const(paths)) {
         // A Ctrl+C that came during the last move is seen here, between two items.
         QCoreApplication::processEvents();
         if (interrupted)
             break;
-        const TrashResult result = TrashService::moveOneToTrashNow(path);
+        const TrashResult result = batch.move(path);
         const auto *success = std::get_if<TrashSuccess>(&result);
         const auto *failure = std::get_if<TrashFailure>(&result);
         anyFailed = anyFailed || failure;
@@ -95,6 +97,10 @@ int runTrashCommand(const QList<QByteArray> &arguments) {
             std::printf("%s\n", terminalText(failure->error).constData());
         }
         std::fflush(stdout);
+        if (success && !success->journalError.isEmpty())
+            std::fprintf(stderr, "ravelinth trash: the move of %s cannot be undone: %s\n",
+                         terminalText(QString::fromUtf8(success->movedPath)).constData(),
+                         terminalText(success->journalError).constData());
     }
     if (json) {
         writer.endArray();

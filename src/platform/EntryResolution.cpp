@@ -1,5 +1,7 @@
 #include "platform/EntryResolution.h"
 
+#include "platform/WorkingFolder.h"
+
 #include <QFile>
 #include <QtGlobal>
 
@@ -92,6 +94,49 @@ std::optional<EntryIdentity> entryIdentity(const QByteArray &path) {
     if (path.isEmpty() || ::lstat(path.constData(), &info) != 0)
         return std::nullopt;
     return identityOf(info);
+}
+
+std::optional<QByteArray> placeOf(const QByteArray &path) {
+    const std::optional<QByteArray> absolute = absolutePath(path);
+    if (!absolute || absolute->isEmpty() || absolute->endsWith('/'))
+        return std::nullopt;
+    const QList<QByteArray> parts = absolute->split('/');
+    const QByteArray name = parts.last();
+    if (name.isEmpty() || name == "." || name == "..")
+        return std::nullopt;
+    const auto joined = [](const QByteArray &folder, const QByteArray &part) {
+        return folder == "/" ? '/' + part : folder + '/' + part;
+    };
+    QByteArray folder = "/";
+    bool existing = true; // every folder so far exists and is spelt as the kernel spells it
+    for (qsizetype i = 1; i + 1 < parts.size(); ++i) {
+        const QByteArray &part = parts[i];
+        if (part.isEmpty() || part == ".")
+            continue;
+        if (part == "..") {
+            const qsizetype slash = folder.lastIndexOf('/');
+            folder = slash <= 0 ? QByteArray("/") : folder.left(slash);
+            continue;
+        }
+        const QByteArray next = joined(folder, part);
+        if (existing) {
+            char resolved[PATH_MAX];
+            if (::realpath(next.constData(), resolved)) {
+                folder = resolved;
+                continue;
+            }
+            existing = false;
+        }
+        folder = next;
+    }
+    return joined(folder, name);
+}
+
+std::optional<qint64> entrySize(const QByteArray &path) {
+    struct stat info {};
+    if (path.isEmpty() || ::lstat(path.constData(), &info) != 0)
+        return std::nullopt;
+    return qint64(info.st_size);
 }
 
 std::optional<EntryIdentity> targetIdentity(const QByteArray &path) {

@@ -29,6 +29,9 @@ QString libraryDirectory() {
 QString homeTrashDirectory() {
     return homeDirectory() + u"/.Trash"_qs;
 }
+QString programStateDirectory() {
+    return homeDirectory() + u"/Library/Application Support/Ravelinth"_qs;
+}
 QStringList standardUserFolders() {
     QStringList folders;
     for (const char *name :
@@ -69,6 +72,12 @@ QString libraryDirectory() {
 }
 QString homeTrashDirectory() {
     return libraryDirectory() + u"/Trash"_qs;
+}
+QString programStateDirectory() {
+    const QString stateHome = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!stateHome.isEmpty() && QDir::isAbsolutePath(stateHome))
+        return stateHome + u"/ravelinth"_qs;
+    return homeDirectory() + u"/.local/state/ravelinth"_qs;
 }
 QStringList standardUserFolders() {
     QStringList folders;

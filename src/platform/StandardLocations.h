@@ -22,4 +22,9 @@ QStringList standardUserFolders();
 // The user's own trash folder: ~/.Trash on macOS, $XDG_DATA_HOME/Trash on Linux.
 QString homeTrashDirectory();
 
+// Where the program keeps what it must remember between runs but is no setting (the journal of
+// its moves): ~/Library/Application Support/Ravelinth on macOS, $XDG_STATE_HOME/ravelinth (or
+// ~/.local/state/ravelinth) on Linux.
+QString programStateDirectory();
+
 } // namespace ravelinth::platform

@@ -1,6 +1,7 @@
 #include "platform/Trash.h"
 
 #include "platform/StandardLocations.h"
+#include "platform/TrashFolders.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,10 +16,7 @@
 #include <gio/gio.h>
 #pragma pop_macro("signals")
 
-#include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 namespace ravelinth::platform {
@@ -50,64 +48,22 @@ TrashAttempt moveToTrash(const QByteArray &absolutePath, const EntryIdentity &ex
 
 namespace {
 
-QByteArray parentOf(const QByteArray &path) {
-    const qsizetype slash = path.lastIndexOf('/');
-    return slash <= 0 ? QByteArray("/") : path.left(slash);
-}
-
-// The mount point holding `path`: the highest ancestor on the same device.
-QByteArray topDirectoryOf(const QByteArray &path) {
-    struct stat info {};
-    if (::lstat(path.constData(), &info) != 0)
-        return {};
-    QByteArray current = path;
-    while (current != "/") {
-        const QByteArray parent = parentOf(current);
-        struct stat parentInfo {};
-        if (::stat(parent.constData(), &parentInfo) != 0 || parentInfo.st_dev != info.st_dev)
-            break;
-        current = parent;
-    }
-    return current;
-}
-
-QByteArray readSmallFile(const QByteArray &path) {
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return {};
-    QByteArray contents(64 * 1024, Qt::Uninitialized);
-    const ssize_t length = ::read(fd, contents.data(), size_t(contents.size()));
-    ::close(fd);
-    contents.resize(length < 0 ? 0 : length);
-    return contents;
-}
-
 // GIO does not say where it put the item. Its info file is named after the item and records
 // the original path: the newest such file is the one just made. On a clash GIO puts a number
 // after the part of the name before its first dot ("same.bin" becomes "same.2.bin"), so only
 // that part is sure to be there.
 std::optional<QByteArray> findTrashedItem(const QByteArray &trashDirectory,
                                           const QByteArray &recordedPath, const QByteArray &name) {
-    const QByteArray infoDirectory = trashDirectory + "/info";
-    DIR *directory = ::opendir(infoDirectory.constData());
-    if (!directory)
-        return std::nullopt;
     const qsizetype dot = name.indexOf('.');
     const QByteArray stem = dot < 0 ? name : name.left(dot);
     std::optional<QByteArray> found;
     timespec newest{0, 0};
-    while (dirent *entry = ::readdir(directory)) {
-        const QByteArray entryName(entry->d_name);
-        if (!entryName.startsWith(stem) || !entryName.endsWith(".trashinfo"))
+    for (const QByteArray &infoName : trashInfoNames(trashDirectory)) {
+        if (!infoName.startsWith(stem))
             continue;
-        const QByteArray infoPath = infoDirectory + '/' + entryName;
-        const QByteArray contents = readSmallFile(infoPath);
-        const qsizetype start = contents.indexOf("\nPath=");
-        if (start < 0)
-            continue;
-        const qsizetype end = contents.indexOf('\n', start + 6);
-        const QByteArray encoded = contents.mid(start + 6, end < 0 ? -1 : end - start - 6);
-        if (QByteArray::fromPercentEncoding(encoded) != recordedPath)
+        const QByteArray infoPath = trashDirectory + "/info/" + infoName;
+        const std::optional<TrashInfo> info = readTrashInfo(infoPath);
+        if (!info || info->path != recordedPath)
             continue;
         struct stat infoStat {};
         if (::stat(infoPath.constData(), &infoStat) != 0)
@@ -116,10 +72,9 @@ std::optional<QByteArray> findTrashedItem(const QByteArray &trashDirectory,
         if (!found || modified.tv_sec > newest.tv_sec ||
             (modified.tv_sec == newest.tv_sec && modified.tv_nsec >= newest.tv_nsec)) {
             newest = modified;
-            found = trashDirectory + "/files/" + entryName.chopped(int(qstrlen(".trashinfo")));
+            found = trashDirectory + "/files/" + infoName.chopped(int(qstrlen(".trashinfo")));
         }
     }
-    ::closedir(directory);
     return found;
 }
 
@@ -130,10 +85,8 @@ std::optional<QByteArray> locateTrashedItem(const QByteArray &path,
         return home;
     if (topDirectory.isEmpty())
         return std::nullopt;
-    const QByteArray base = topDirectory == "/" ? QByteArray() : topDirectory;
-    const QByteArray relative = path.mid(base.size() + 1);
-    const QByteArray uid = QByteArray::number(::getuid());
-    for (const QByteArray &candidate : {base + "/.Trash-" + uid, base + "/.Trash/" + uid}) {
+    const QByteArray relative = path.mid(topDirectory == "/" ? 1 : topDirectory.size() + 1);
+    for (const QByteArray &candidate : volumeTrashDirectories(topDirectory)) {
         if (auto found = findTrashedItem(candidate, relative, name))
             return found;
         if (auto found = findTrashedItem(candidate, path, name))
@@ -146,7 +99,7 @@ std::optional<QByteArray> locateTrashedItem(const QByteArray &path,
 
 TrashAttempt moveToTrash(const QByteArray &absolutePath, const EntryIdentity &expected) {
     TrashAttempt attempt;
-    const QByteArray topDirectory = topDirectoryOf(absolutePath);
+    const QByteArray topDirectory = volumeTopOf(absolutePath);
     if (entryIdentity(absolutePath) != expected) {
         attempt.error = changedError();
         return attempt;

@@ -2,8 +2,11 @@
 
 #include "models/FileItem.h"
 #include "platform/Trash.h"
+#include "services/MoveJournal.h"
 #include "services/ProtectedLocations.h"
 #include "utility/SerialQueue.h"
+
+#include <QUuid>
 
 namespace ravelinth {
 
@@ -25,7 +28,13 @@ TrashService::~TrashService() = default;
 
 namespace {
 
-Expected<TrashSuccess, TrashError> moveOne(const QByteArray &path) {
+struct Moved {
+    TrashSuccess success;
+    platform::EntryIdentity identity;
+    qint64 size = 0;
+};
+
+Expected<Moved, TrashError> moveOne(const QByteArray &path) {
     const platform::EntryResolution resolution = platform::resolveEntry(path);
     if (!resolution.entry)
         return TrashError::makeMoveFailed(path, resolution.error);
@@ -34,23 +43,42 @@ Expected<TrashSuccess, TrashError> moveOne(const QByteArray &path) {
         return TrashError::makeMoveFailed(entry.path, *refusal);
     if (!entry.identity)
         return TrashError::makeMoveFailed(entry.path, resolution.error);
+    const qint64 size = platform::entrySize(entry.path).value_or(0);
     const platform::TrashAttempt attempt = platform::moveToTrash(entry.path, *entry.identity);
     if (!attempt.moved)
         return TrashError::makeMoveFailed(entry.path, attempt.error);
-    return TrashSuccess{path, entry.path, attempt.trashPath};
+    return Moved{TrashSuccess{path, entry.path, attempt.trashPath, {}}, *entry.identity, size};
 }
 
 } // namespace
 
-TrashMoveOutcome TrashService::moveToTrashNow(const QByteArray &path) {
-    Expected<TrashSuccess, TrashError> outcome = moveOne(path);
+TrashBatch::TrashBatch(MoveJournal *journal)
+    : m_id(QUuid::createUuid().toString(QUuid::WithoutBraces)),
+      m_time(QDateTime::currentDateTimeUtc()),
+      m_ownJournal(journal ? nullptr : std::make_unique<MoveJournal>()),
+      m_journal(journal ? journal : m_ownJournal.get()) {}
+
+TrashBatch::~TrashBatch() = default;
+
+Expected<TrashSuccess, TrashError> TrashBatch::moveOrFail(const QByteArray &path) {
+    Expected<Moved, TrashError> outcome = moveOne(path);
     if (!outcome)
         return outcome.error();
-    return outcome->trashPath;
+    TrashSuccess success = outcome->success;
+    // Without a place in the trash there is nothing to put back from.
+    if (!success.trashPath) {
+        success.journalError = u"Where it went in the Trash could not be found"_qs;
+        return success;
+    }
+    const JournalItem item{success.movedPath, *success.trashPath, quint64(outcome->identity.device),
+                           quint64(outcome->identity.inode), outcome->size};
+    if (const std::optional<QString> error = m_journal->record(m_id, m_time, item))
+        success.journalError = *error;
+    return success;
 }
 
-TrashResult TrashService::moveOneToTrashNow(const QByteArray &path) {
-    Expected<TrashSuccess, TrashError> outcome = moveOne(path);
+TrashResult TrashBatch::move(const QByteArray &path) {
+    Expected<TrashSuccess, TrashError> outcome = moveOrFail(path);
     if (!outcome) {
         const TrashError &error = outcome.error();
         return TrashFailure{path, error.description(),
@@ -59,11 +87,20 @@ TrashResult TrashService::moveOneToTrashNow(const QByteArray &path) {
     return *outcome;
 }
 
+TrashMoveOutcome TrashService::moveToTrashNow(const QByteArray &path) {
+    TrashBatch batch;
+    Expected<TrashSuccess, TrashError> outcome = batch.moveOrFail(path);
+    if (!outcome)
+        return outcome.error();
+    return outcome->trashPath;
+}
+
 QList<TrashResult> TrashService::moveToTrashNow(const QList<QByteArray> &paths) {
+    TrashBatch batch;
     QList<TrashResult> results;
     results.reserve(paths.size());
     for (const QByteArray &path : paths)
-        results.append(moveOneToTrashNow(path));
+        results.append(batch.move(path));
     return results;
 }
 

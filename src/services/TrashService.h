@@ -3,6 +3,7 @@
 #include "models/Expected.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QFuture>
 #include <QList>
 #include <QObject>
@@ -12,6 +13,8 @@
 #include <variant>
 
 namespace ravelinth {
+
+class MoveJournal;
 
 class TrashError {
 public:
@@ -45,6 +48,8 @@ struct TrashSuccess {
     // recorded in the Trash as the place to restore to.
     QByteArray movedPath;
     std::optional<QByteArray> trashPath; // where it now lies, when known
+    // Why the move could not be recorded for undoing it later; empty when it was.
+    QString journalError;
 };
 
 struct TrashFailure {
@@ -73,12 +78,33 @@ public:
 
     static TrashMoveOutcome moveToTrashNow(const QByteArray &path);
     static QList<TrashResult> moveToTrashNow(const QList<QByteArray> &paths);
-    // One path of a batch, for a caller that reports or stops between items.
-    static TrashResult moveOneToTrashNow(const QByteArray &path);
 
 private:
     struct Private;
     std::unique_ptr<Private> d;
+};
+
+// Moves that are undone together, as one action of the user: each moved item is recorded in the
+// journal, and the record flushed to the disk, before its result is returned. For a caller that
+// reports or stops between items.
+class TrashBatch {
+public:
+    // Records in `journal`, or in the program's journal when none is given; the journal
+    // outlives the batch.
+    explicit TrashBatch(MoveJournal *journal = nullptr);
+    ~TrashBatch();
+    TrashBatch(const TrashBatch &) = delete;
+    TrashBatch &operator=(const TrashBatch &) = delete;
+
+    TrashResult move(const QByteArray &path);
+    Expected<TrashSuccess, TrashError> moveOrFail(const QByteArray &path);
+    const QString &id() const { return m_id; }
+
+private:
+    QString m_id;
+    QDateTime m_time;
+    std::unique_ptr<MoveJournal> m_ownJournal;
+    MoveJournal *m_journal;
 };
 
 } // namespace ravelinth

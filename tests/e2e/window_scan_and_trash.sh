@@ -78,7 +78,7 @@ if [ -n "${ASAN_OPTIONS:-}" ]; then
 fi
 
 env HOME="$work/home" XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data" \
-    XDG_CACHE_HOME="$work/cache" XDG_RUNTIME_DIR="$work/runtime" QT_QPA_PLATFORM=xcb \
+    XDG_CACHE_HOME="$work/cache" XDG_STATE_HOME="$work/state" XDG_RUNTIME_DIR="$work/runtime" QT_QPA_PLATFORM=xcb \
     dbus-run-session -- "$exe" >"$work/app.log" 2>&1 &
 app_pid=$!
 

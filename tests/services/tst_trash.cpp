@@ -1,3 +1,4 @@
+#include "Mount.h"
 #include "Programs.h"
 #include "TestTree.h"
 #include "TrashInspection.h"
@@ -11,7 +12,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -149,38 +149,6 @@ private:
     };
     User m_user;
     QList<Input> m_inputs;
-};
-
-// A real second file system: an ext4 image on a loop device, or tmpfs.
-class Mount {
-public:
-    Mount(const QByteArray &where, bool ext4) : m_where(QFile::decodeName(where)) {
-        QDir().mkpath(m_where);
-        const QString image = m_where + u".img"_qs;
-        if (ext4) {
-            run(u"truncate"_qs, {u"-s"_qs, u"32M"_qs, image});
-            run(u"mkfs.ext4"_qs, {u"-q"_qs, u"-F"_qs, image});
-        }
-        m_mounted = mount(ext4 ? QStringList{u"-o"_qs, u"loop"_qs, image, m_where}
-                               : QStringList{u"-t"_qs, u"tmpfs"_qs, u"none"_qs, m_where});
-    }
-    ~Mount() {
-        if (m_mounted)
-            ::umount2(QFile::encodeName(m_where).constData(), MNT_DETACH);
-    }
-    bool mounted() const { return m_mounted; }
-    const char *output() const { return m_output.constData(); }
-    bool remountReadOnly() { return mount({u"-o"_qs, u"remount,ro"_qs, m_where}); }
-
-private:
-    bool mount(const QStringList &arguments) {
-        const ProcessOutput output = run(u"mount"_qs, arguments);
-        m_output = output.out + output.err;
-        return output.exitCode == 0;
-    }
-    QString m_where;
-    QByteArray m_output;
-    bool m_mounted = false;
 };
 
 bool chattr(const QByteArray &path, const char *flag) {

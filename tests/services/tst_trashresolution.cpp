@@ -144,7 +144,7 @@ private slots:
     void trashFoldersAndTheirContentsStay() {
         TestTree tree;
         const QByteArray first = writeDistinct(tree, "first.iso");
-        QVERIFY(std::holds_alternative<TrashSuccess>(TrashService::moveOneToTrashNow(first)));
+        QVERIFY(std::holds_alternative<TrashSuccess>(TrashBatch().move(first)));
         const QByteArray trash = environment.dataHome() + "/Trash";
         const QByteArray volumeTrash = tree.folder(".Trash-0/files");
         writeDistinct(tree, ".Trash-0/files/kept.iso");
@@ -169,8 +169,7 @@ private slots:
             QCOMPARE(snapshotOf(paths[i]), before[i]);
         }
         // The link to the Trash is no part of it: it goes as a link.
-        QVERIFY(std::holds_alternative<TrashSuccess>(
-            TrashService::moveOneToTrashNow(tree.path("trash-link"))));
+        QVERIFY(std::holds_alternative<TrashSuccess>(TrashBatch().move(tree.path("trash-link"))));
         QVERIFY(exists(trash + "/files/first.iso"));
     }
 

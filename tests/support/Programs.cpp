@@ -46,6 +46,7 @@ ProcessOutput run(const QString &program, const QStringList &arguments, const Us
                            u"env"_qs,
                            u"HOME="_qs + home,
                            u"XDG_DATA_HOME="_qs + QFile::decodeName(user.dataHome),
+                           u"XDG_STATE_HOME="_qs + home + u"/.local/state"_qs,
                            u"XDG_RUNTIME_DIR="_qs + home,
                            QDir::isAbsolutePath(program) ? reachableCopy(program) : program} +
                arguments;

@@ -171,6 +171,7 @@ ScopedTestEnvironment::ScopedTestEnvironment() : m_dir(treeBase() + u"/ravelinth
         {"XDG_DATA_HOME", m_home + "/.local/share"},
         {"XDG_CONFIG_HOME", m_home + "/.config"},
         {"XDG_CACHE_HOME", m_home + "/.cache"},
+        {"XDG_STATE_HOME", m_home + "/.local/state"},
         {"XDG_RUNTIME_DIR", m_home + "/runtime"},
     };
     for (const auto &[name, value] : values) {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace ravelinth::test {
+
+// A real second file system for the life of the object: an ext4 image on a loop device, or
+// tmpfs. Needs root; `mounted()` says whether it worked and `output()` why not.
+class Mount {
+public:
+    Mount(const QByteArray &where, bool ext4);
+    ~Mount();
+    Mount(const Mount &) = delete;
+    Mount &operator=(const Mount &) = delete;
+
+    bool mounted() const { return m_mounted; }
+    const char *output() const { return m_output.constData(); }
+    bool remountReadOnly();
+
+private:
+    bool mount(const QStringList &arguments);
+    QString m_where;
+    QByteArray m_output;
+    bool m_mounted = false;
+};
+
+} // namespace ravelinth::test

@@ -38,8 +38,8 @@ struct FileItem {
     }
 
     bool isSafeToDelete() const;
-    // A plain substring test on the whole lower-cased path: broad on purpose ("template.pdf",
-    // a folder named "Attempts" and "Temperature.csv" all count).
+    // By the names of the folders that hold it (a download, cache, temporary or trash folder),
+    // never by the file's own name.
     bool isDefinitelySafe() const;
 
     bool operator==(const FileItem &other) const { return path == other.path; }

@@ -139,6 +139,14 @@ std::optional<qint64> entrySize(const QByteArray &path) {
     return qint64(info.st_size);
 }
 
+std::optional<RegularFileAttributes> regularFileAttributes(const QByteArray &path) {
+    struct stat info {};
+    if (path.isEmpty() || ::lstat(path.constData(), &info) != 0 || !S_ISREG(info.st_mode))
+        return std::nullopt;
+    return RegularFileAttributes{qint64(info.st_size), qint64(info.st_mtim.tv_sec) * 1000 +
+                                                           qint64(info.st_mtim.tv_nsec / 1000000)};
+}
+
 std::optional<EntryIdentity> targetIdentity(const QByteArray &path) {
     struct stat info {};
     if (path.isEmpty() || ::stat(path.constData(), &info) != 0)

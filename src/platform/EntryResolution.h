@@ -53,4 +53,11 @@ std::optional<QByteArray> placeOf(const QByteArray &path);
 // The size in bytes of whatever is at `path`, links not followed; absent when nothing is.
 std::optional<qint64> entrySize(const QByteArray &path);
 
+struct RegularFileAttributes {
+    qint64 size = 0;
+    qint64 modifiedMSecs = 0; // content modification time, milliseconds since the epoch
+};
+// The attributes of the regular file at `path`, links not followed; absent for anything else.
+std::optional<RegularFileAttributes> regularFileAttributes(const QByteArray &path);
+
 } // namespace ravelinth::platform

@@ -3,6 +3,7 @@
 #include "models/CheckedMath.h"
 #include "models/DisplayText.h"
 #include "platform/DirectoryWalker.h"
+#include "platform/EntryResolution.h"
 #include "platform/ParallelDirectoryWalker.h"
 #include "platform/ThreadPriority.h"
 #include "platform/WorkingFolder.h"
@@ -176,6 +177,11 @@ private:
     CategoryStatsTable m_categories = makeEmptyCategoryStatsTable();
 };
 
+ScanCategory categoryOf(QByteArrayView path, QByteArrayView name) {
+    return ScanCategory::isInCacheDirectory(path) ? ScanCategory(ScanCategory::cache)
+                                                  : ScanCategory::from(fileExtensionOf(name));
+}
+
 platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &counter,
                                qint64 minFileSizeBytes, std::vector<std::uint32_t> &keptAt) {
     if (counter.isStopped())
@@ -186,10 +192,8 @@ platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &co
         return {platform::WalkDecision::proceed, false};
     std::optional<FileItem> item;
     if (entry.size >= minFileSizeBytes) {
-        const ScanCategory category = ScanCategory::isInCacheDirectory(entry.path)
-                                          ? ScanCategory(ScanCategory::cache)
-                                          : ScanCategory::from(fileExtensionOf(entry.name));
-        item = FileItem::make(entry.path.toByteArray(), entry.size, entry.modifiedMSecs, category);
+        item = FileItem::make(entry.path.toByteArray(), entry.size, entry.modifiedMSecs,
+                              categoryOf(entry.path, entry.name));
     }
     const qsizetype at = counter.count(entry, std::move(item));
     if (at == ScanCounter::stopped)
@@ -350,6 +354,15 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             result.timestamp = QDateTime::currentDateTimeUtc();
             return result;
         });
+}
+
+std::optional<FileItem> FileScannerService::examineFile(const QByteArray &path) {
+    const std::optional<platform::RegularFileAttributes> attributes =
+        platform::regularFileAttributes(path);
+    if (!attributes)
+        return std::nullopt;
+    return FileItem::make(path, attributes->size, attributes->modifiedMSecs,
+                          categoryOf(path, lastPathComponent(path)));
 }
 
 } // namespace ravelinth

@@ -78,6 +78,10 @@ public:
     qint64 filesScanned() const;
     qint64 bytesScanned() const;
 
+    // The file at `path` as a scan would list it (a regular file, links not followed), whatever
+    // its size; none when nothing of the kind is there.
+    static std::optional<FileItem> examineFile(const QByteArray &path);
+
     static int defaultWalkThreads();
     static const QList<QByteArray> &alwaysSkippedNames();
     static const QList<QByteArray> &systemSkippedNames();

@@ -4,6 +4,7 @@
 #include "platform/Trash.h"
 #include "services/MoveJournal.h"
 #include "services/ProtectedLocations.h"
+#include "services/TrashUndo.h"
 #include "utility/SerialQueue.h"
 
 #include <QUuid>
@@ -106,6 +107,17 @@ QList<TrashResult> TrashService::moveToTrashNow(const QList<QByteArray> &paths) 
 
 QFuture<TrashMoveOutcome> TrashService::moveToTrash(QByteArray path) {
     return d->queue.run([path = std::move(path)] { return moveToTrashNow(path); });
+}
+
+QFuture<std::optional<UndoOutcome>> TrashService::undoLatestBatch() {
+    return d->queue.run([] {
+        MoveJournal journal;
+        return trashundo::undoLatestBatchNow(journal);
+    });
+}
+
+QFuture<bool> TrashService::hasBatchToUndo() {
+    return d->queue.run([] { return MoveJournal().latestBatchToUndo().has_value(); });
 }
 
 QFuture<QList<TrashResult>> TrashService::moveToTrash(QList<QByteArray> paths) {

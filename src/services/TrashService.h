@@ -15,6 +15,7 @@
 namespace ravelinth {
 
 class MoveJournal;
+struct UndoOutcome;
 
 class TrashError {
 public:
@@ -75,6 +76,12 @@ public:
     QFuture<TrashMoveOutcome> moveToTrash(QByteArray path);
     // One result per path, in input order; never fails as a whole.
     QFuture<QList<TrashResult>> moveToTrash(QList<QByteArray> paths);
+
+    // Undoes the newest batch of the program's journal not yet undone (see trashundo), after the
+    // moves asked for before it; nullopt when there is none.
+    QFuture<std::optional<UndoOutcome>> undoLatestBatch();
+    // Whether the journal holds a batch to undo.
+    QFuture<bool> hasBatchToUndo();
 
     static TrashMoveOutcome moveToTrashNow(const QByteArray &path);
     static QList<TrashResult> moveToTrashNow(const QList<QByteArray> &paths);

@@ -7,6 +7,8 @@
 #include <QSet>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace ravelinth {
 
 namespace {
@@ -58,6 +60,22 @@ void FileListModel::setFiles(QList<FileItem> files) {
     if (!selected.isEmpty())
         emit selectionChanged();
     requestRows();
+}
+
+void FileListModel::addFiles(const QList<FileItem> &added) {
+    QSet<QByteArray> listed;
+    for (const FileItem &file : m_files)
+        listed.insert(file.path);
+    QList<FileItem> files = m_files;
+    const auto largerFirst = [](const FileItem &a, const FileItem &b) { return a.size > b.size; };
+    for (const FileItem &file : added) {
+        if (listed.contains(file.path))
+            continue;
+        listed.insert(file.path);
+        files.insert(std::upper_bound(files.cbegin(), files.cend(), file, largerFirst), file);
+    }
+    if (files.size() != m_files.size())
+        setFiles(std::move(files));
 }
 
 qsizetype FileListModel::removePaths(const QSet<QByteArray> &paths) {

@@ -76,6 +76,9 @@ public:
     // --- the kept files ---
     const QList<FileItem> &files() const { return m_files; }
     void setFiles(QList<FileItem> files);
+    // Puts files into the list at their place by size (largest first); a path already listed is
+    // not listed twice.
+    void addFiles(const QList<FileItem> &files);
     // Drops the files whose path is in `paths`; returns how many went.
     qsizetype removePaths(const QSet<QByteArray> &paths);
     int fileCount() const { return int(m_files.size()); }

@@ -92,6 +92,11 @@ void FileOperations::carryOut(const TrashRequest &request) {
     whenFinished(m_trash.moveToTrash(paths), this,
                  [this, files = request.files, clearSelection](const QList<TrashResult> &results) {
                      TrashReport report = TrashReport::make(files, results);
+                     qint64 movedSize = 0;
+                     for (const FileItem &file : files)
+                         movedSize += report.movedPaths.contains(file.path) ? file.size : 0;
+                     if (report.movedCount() > 0)
+                         emit batchMoved(report.movedCount(), movedSize);
                      // By path, so that a batch that finishes after another removes only what
                      // it moved itself.
                      m_files.removePaths(report.movedPaths);

@@ -93,6 +93,8 @@ signals:
     void confirmationRequiredChanged();
     void pendingMoveChanged();
     void trashReportChanged();
+    // A batch moved files to the Trash: how many, and their total size.
+    void batchMoved(int count, qint64 size);
 
 private:
     QList<const FileItem *> lookUp(const QStringList &fileIds, bool inFilesOrder) const;

@@ -6,6 +6,7 @@
 #include "viewmodels/DiskInfoController.h"
 #include "viewmodels/FileListModel.h"
 #include "viewmodels/FileOperations.h"
+#include "viewmodels/MoveUndo.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/PreferencesLink.h"
 #include "viewmodels/ScanController.h"
@@ -20,6 +21,7 @@ struct RavelinthViewModel::Parts {
         : scan(new ScanController(root)), disk(new DiskInfoController(root)),
           fileList(new FileListModel(root)), selection(new SelectionController(*fileList, root)),
           operations(new FileOperations(*fileList, trash, root)),
+          undo(new MoveUndo(trash, *fileList, *scan, root)),
           categoryStats(new CategoryStatsModel(root)), preferences(new Preferences(root)),
           preferencesLink(
               new PreferencesLink(*preferences, {*scan, *fileList, *operations}, root)) {}
@@ -30,6 +32,7 @@ struct RavelinthViewModel::Parts {
     FileListModel *fileList;
     SelectionController *selection;
     FileOperations *operations;
+    MoveUndo *undo;
     CategoryStatsModel *categoryStats;
     Preferences *preferences;
     PreferencesLink *preferencesLink;
@@ -58,6 +61,9 @@ RavelinthViewModel::RavelinthViewModel(QObject *parent)
     connect(d->operations, &FileOperations::failed, this, showError);
     connect(d->operations, &FileOperations::filesMoved, this,
             &RavelinthViewModel::refreshAfterMove);
+    connect(d->operations, &FileOperations::batchMoved, d->undo, &MoveUndo::noteMove);
+    connect(d->undo, &MoveUndo::filesRestored, this, &RavelinthViewModel::refreshAfterMove);
+    connect(d->undo, &MoveUndo::failed, this, showError);
     QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
 }
 
@@ -77,6 +83,9 @@ SelectionController *RavelinthViewModel::selection() const {
 }
 FileOperations *RavelinthViewModel::operations() const {
     return d->operations;
+}
+MoveUndo *RavelinthViewModel::undo() const {
+    return d->undo;
 }
 CategoryStatsModel *RavelinthViewModel::categoryStatsModel() const {
     return d->categoryStats;

@@ -19,6 +19,7 @@ class CategoryStatsModel;
 class DiskInfoController;
 class FileListModel;
 class FileOperations;
+class MoveUndo;
 class Preferences;
 class ScanController;
 class SelectionController;
@@ -37,6 +38,7 @@ class RavelinthViewModel : public QObject {
     Q_MOC_INCLUDE("viewmodels/DiskInfoController.h")
     Q_MOC_INCLUDE("viewmodels/FileListModel.h")
     Q_MOC_INCLUDE("viewmodels/FileOperations.h")
+    Q_MOC_INCLUDE("viewmodels/MoveUndo.h")
     Q_MOC_INCLUDE("viewmodels/Preferences.h")
     Q_MOC_INCLUDE("viewmodels/ScanController.h")
     Q_MOC_INCLUDE("viewmodels/SelectionController.h")
@@ -45,6 +47,7 @@ class RavelinthViewModel : public QObject {
     Q_PROPERTY(ravelinth::FileListModel *fileList READ fileList CONSTANT)
     Q_PROPERTY(ravelinth::SelectionController *selection READ selection CONSTANT)
     Q_PROPERTY(ravelinth::FileOperations *operations READ operations CONSTANT)
+    Q_PROPERTY(ravelinth::MoveUndo *undo READ undo CONSTANT)
     Q_PROPERTY(ravelinth::CategoryStatsModel *categoryStats READ categoryStatsModel CONSTANT)
     Q_PROPERTY(ravelinth::Preferences *preferences READ preferences CONSTANT)
     Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY showSettingsChanged)
@@ -61,6 +64,7 @@ public:
     FileListModel *fileList() const;
     SelectionController *selection() const;
     FileOperations *operations() const;
+    MoveUndo *undo() const;
     CategoryStatsModel *categoryStatsModel() const;
     Preferences *preferences() const;
 

@@ -103,13 +103,16 @@ void ScanController::begin(std::shared_ptr<FileScannerService> scanner,
     // A task cancelled before it began still runs, but stops at its first report.
     if (task->isCancelled)
         scanner->cancel();
-    whenFinished(scan, this, [this, scanner, task](const ScanOutcome &outcome) {
+    const ResultScope scope{QFile::encodeName(m_path), configuration.minFileSizeBytes,
+                            configuration.includeHiddenFiles};
+    whenFinished(scan, this, [this, scanner, task, scope](const ScanOutcome &outcome) {
         // A stopped scan may still show what it found, but only until another scan starts: a
         // late partial list must not replace a newer scan's results.
         if (task != m_task)
             return;
         if (outcome) {
             const ScanResult &result = *outcome;
+            m_resultScope = scope;
             emit finished(result);
             setState(ScanState::completed(result.files.size(), result.totalSize, result.duration));
         } else if (task->isCancelled) {
@@ -136,12 +139,28 @@ void ScanController::stop() {
     setState(ScanState::cancelled());
 }
 
+bool ScanController::resultWouldKeep(const QByteArray &path, qint64 size) const {
+    if (!m_resultScope || size < m_resultScope->minFileSizeBytes)
+        return false;
+    QByteArray root = m_resultScope->root;
+    while (root.size() > 1 && root.endsWith('/'))
+        root.chop(1);
+    const QByteArray prefix = root == "/" ? root : root + '/';
+    if (!path.startsWith(prefix))
+        return false;
+    if (m_resultScope->includeHiddenFiles)
+        return true;
+    // A name below the root that starts with a dot is hidden, and so is all under it.
+    return !path.mid(prefix.size()).startsWith('.') && !path.mid(prefix.size()).contains("/.");
+}
+
 void ScanController::reset() {
     if (m_task)
         m_task->isCancelled = true;
     m_task.reset();
     if (m_scanner)
         m_scanner->cancel();
+    m_resultScope.reset();
     emit cleared();
     setState(ScanState::idle());
 }

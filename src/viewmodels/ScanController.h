@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace ravelinth {
 
@@ -40,6 +41,9 @@ public:
     bool skipSystemDirectories() const { return m_skipSystemDirectories; }
     void setSkipSystemDirectories(bool skip) { m_skipSystemDirectories = skip; }
 
+    // Whether a file at `path` of `size` bytes belongs to the results of the last scan that
+    // finished: under its folder, at or above its threshold, visible to it.
+    bool resultWouldKeep(const QByteArray &path, qint64 size) const;
     // Announces the state again, for texts made from it whose units have changed.
     void restate() { emit stateChanged(); }
     // Does nothing while a scan runs. Emits `starting` first, so the old results can go.
@@ -74,6 +78,12 @@ private:
     bool m_skipSystemDirectories = true;
     bool m_progressAnnouncementPending = false;
     std::shared_ptr<FileScannerService> m_scanner;
+    struct ResultScope {
+        QByteArray root;
+        qint64 minFileSizeBytes = 0;
+        bool includeHiddenFiles = false;
+    };
+    std::optional<ResultScope> m_resultScope;
     std::shared_ptr<Task> m_task;
 };
 

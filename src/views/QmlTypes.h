@@ -10,6 +10,7 @@
 #include "viewmodels/DiskInfoController.h"
 #include "viewmodels/FileListModel.h"
 #include "viewmodels/FileOperations.h"
+#include "viewmodels/MoveUndo.h"
 #include "viewmodels/NotificationCenter.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/RavelinthViewModel.h"
@@ -76,6 +77,12 @@ struct FileOperationsForeign {
     QML_UNCREATABLE("Reached through RavelinthViewModel.operations")
 };
 
+struct MoveUndoForeign {
+    Q_GADGET
+    QML_FOREIGN(ravelinth::MoveUndo)
+    QML_NAMED_ELEMENT(MoveUndo)
+    QML_UNCREATABLE("Reached through RavelinthViewModel.undo")
+};
 struct CategoryStatsModelForeign {
     Q_GADGET
     QML_FOREIGN(ravelinth::CategoryStatsModel)

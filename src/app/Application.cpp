@@ -4,6 +4,7 @@
 #include "viewmodels/RavelinthViewModel.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QTimer>
@@ -41,6 +42,11 @@ int runApplication(int argc, char **argv) {
     QGuiApplication::setOrganizationName(u"Ravelinth"_qs);
     QGuiApplication::setApplicationName(u"Ravelinth"_qs);
     QGuiApplication::setApplicationDisplayName(u"Ravelinth"_qs);
+    // Wayland compositors match a window to its menu entry by this id, not by the binary's name.
+    const QString appId = u"io.github.ravelinth.Ravelinth"_qs;
+    QGuiApplication::setDesktopFileName(appId);
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(appId, QIcon(u":/icons/io.github.ravelinth.Ravelinth.svg"_qs)));
 
     // The root outlives the engine that shows it.
     RavelinthViewModel viewModel;

@@ -34,7 +34,9 @@ qml6-module-qtquick, qml6-module-qtquick-controls, qml6-module-qtquick-templates
 qml6-module-qtquick-layouts, qml6-module-qtquick-window, qml6-module-qtquick-dialogs, \
 qml6-module-qt-labs-folderlistmodel, qml6-module-qt-labs-qmlmodels, libqt6svg6, \
 fonts-material-design-icons-iconfont, fonts-dejavu-core, fonts-noto-color-emoji")
-# Without it the window still works, through XWayland instead of natively.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
+# Without these the program still works: the window runs through XWayland instead of natively
+# and without the desktop's portal theme, and `reveal` finds no folder opener when no file
+# manager answers over D-Bus.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-qpa-plugins, xdg-utils")
 
 include(CPack)

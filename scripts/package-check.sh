@@ -49,7 +49,9 @@ cleanup() {
 trap cleanup EXIT
 
 echo "--- apt-get install $(basename "$deb")"
-DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "$deb" >/dev/null
+# Without the recommended packages: what Depends names must be enough to run, and nothing but
+# the package itself is left to purge afterwards.
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "$deb" >/dev/null
 test "$(command -v ravelinth)" = /usr/bin/ravelinth
 
 echo "--- installed ravelinth --version"
@@ -86,6 +88,22 @@ for module in QtQuick/Controls QtQuick/Layouts QtQuick/Dialogs Qt/labs/qmlmodels
     fi
 done
 echo "    window drawn ($(wc -c <"$tree/window.png") bytes of PNG); its QML imports came from $qml_root"
+
+# What the window loaded by name at run time must come with the package's Depends: every QML
+# module's package, and the package of each font the views name.
+closure=$(apt-cache depends --recurse --installed --no-recommends --no-suggests --no-conflicts \
+    --no-breaks --no-replaces --no-enhances ravelinth | grep -v '^ ' | sort -u)
+loaded=$(grep -o 'qmldir found at "[^"]*"' "$tree/window.log" | sed 's/.*"\(.*\)"/\1/' | sort -u)
+fonts=$(for family in "Material Icons" "DejaVu Sans Mono" "Noto Color Emoji"; do
+    fc-match -f '%{file}\n' "$family"
+done)
+for owner in $(printf '%s\n' "$loaded" "$fonts" | xargs dpkg -S | cut -d: -f1 | sort -u); do
+    if ! grep -qx "$owner" <<<"$closure"; then
+        echo "the window loads files of $owner, which the package does not depend on" >&2
+        exit 1
+    fi
+done
+echo "    its QML modules and fonts come from packages it depends on"
 
 echo "--- installed files"
 for path in /usr/share/applications/io.github.ravelinth.Ravelinth.desktop \

@@ -124,5 +124,8 @@ appstreamcli validate --no-net /usr/share/metainfo/io.github.ravelinth.Ravelinth
 
 echo "--- apt-get purge ravelinth"
 DEBIAN_FRONTEND=noninteractive $SUDO apt-get purge -y -qq ravelinth >/dev/null
-! command -v ravelinth >/dev/null
+if command -v ravelinth >/dev/null; then
+    echo "ravelinth is still on the path after the purge" >&2
+    exit 1
+fi
 echo "--- package checks passed"

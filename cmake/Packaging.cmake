@@ -1,4 +1,5 @@
-# `cmake --build build && cd build && cpack -G DEB` makes ravelinth_<version>_<arch>.deb from the install rules.
+# `cd build && cpack -G DEB`, after a build, makes ravelinth_<version>_<arch>.deb from the
+# install rules.
 set(CPACK_PACKAGE_NAME ravelinth)
 set(CPACK_PACKAGE_VENDOR "The Ravelinth developers")
 set(CPACK_PACKAGE_CONTACT "The Ravelinth developers <ravelinth@users.noreply.github.com>")

@@ -24,6 +24,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <vector>
 
 Q_IMPORT_QML_PLUGIN(RavelinthPlugin)
@@ -147,7 +148,11 @@ int main(int argc, char **argv) {
     QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings.path()));
     TimingApplication app(argc, argv);
-    if (argc < 2) {
+    if (argc >= 2 && (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h"))) {
+        std::printf("usage: frame_bench TREE\n");
+        return 0;
+    }
+    if (argc < 2 || argv[1][0] == '-') {
         std::fprintf(stderr, "usage: frame_bench TREE\n");
         return 2;
     }

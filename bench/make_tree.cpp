@@ -57,12 +57,27 @@ void makeFile(const std::string &path, long long size) {
     ::close(fd);
 }
 
+constexpr const char *usage =
+    "usage: make_tree ROOT [--files N] [--folders N] [--large N] [--seed N]\n"
+    "Makes a deterministic tree of N files (default 1000000) in N folders (60000), N of them\n"
+    "large sparse files (300), drawn from seed N (1). Run again, it keeps a finished tree.\n";
+
+bool isHelp(const char *argument) {
+    return !std::strcmp(argument, "--help") || !std::strcmp(argument, "-h");
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc < 2) {
-        std::fprintf(stderr,
-                     "usage: make_tree ROOT [--files N] [--folders N] [--large N] [--seed N]\n");
+    for (int i = 1; i < argc; ++i) {
+        if (isHelp(argv[i])) {
+            std::fputs(usage, stdout);
+            return 0;
+        }
+    }
+    // A mistyped option in ROOT's place would otherwise become a folder of that name.
+    if (argc < 2 || argv[1][0] == '-') {
+        std::fputs(usage, stderr);
         return 2;
     }
     std::string root = argv[1];

@@ -17,6 +17,7 @@ while [[ $# -gt 0 ]]; do
         --folders) folders=$2; shift 2 ;;
         --rounds) rounds=$2; shift 2 ;;
         --cold) cold=1; shift ;;
+        -h | --help) sed -n '2,6s/^# \{0,1\}//p' "$0"; exit 0 ;;
         *) echo "unknown argument $1" >&2; exit 2 ;;
     esac
 done

@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <cstring>
 #include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -73,7 +74,11 @@ void settle(int ms) {
 
 int main(int argc, char **argv) {
     QCoreApplication app(argc, argv);
-    if (argc < 2) {
+    if (argc >= 2 && (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h"))) {
+        std::printf("usage: viewmodel_bench TREE\n");
+        return 0;
+    }
+    if (argc < 2 || argv[1][0] == '-') {
         std::fprintf(stderr, "usage: viewmodel_bench TREE\n");
         return 2;
     }

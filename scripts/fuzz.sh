@@ -5,6 +5,12 @@
 # build-fuzz/fuzz/ and fails the script.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+case ${1:-} in
+-h | --help)
+    sed -n '2,5s/^# \{0,1\}//p' "$0"
+    exit 0
+    ;;
+esac
 SOURCE_DIR=$PWD
 BUILD_DIR=${FUZZ_BUILD_DIR:-build-fuzz}
 SECONDS_EACH=${FUZZ_SECONDS:-60}

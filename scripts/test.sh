@@ -2,6 +2,7 @@
 # Installs dependencies, builds and runs the test stages; with no arguments, all of them (what CI
 # runs). Name stages to run only those, e.g. `scripts/test.sh normal`.
 #   normal  the usual build in ./build and every test
+#   package the Debian package from ./build: validated, linted, installed, run, purged
 #   asan    AddressSanitizer + UndefinedBehaviorSanitizer build in ./build-asan and every test
 #   tsan    ThreadSanitizer build in ./build-tsan, the scanner and view-model tests
 #   fuzz    clang libFuzzer targets in ./build-fuzz, FUZZ_SECONDS (default 60) each
@@ -11,9 +12,16 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 SOURCE_DIR=$PWD
 
+case ${1:-} in
+-h | --help)
+    sed -n '2,10s/^# \{0,1\}//p' "$0"
+    exit 0
+    ;;
+esac
+
 stages=("$@")
 if [ "${#stages[@]}" -eq 0 ]; then
-    stages=(normal asan tsan fuzz)
+    stages=(normal package asan tsan fuzz)
 fi
 
 scripts/install-deps.sh
@@ -65,6 +73,10 @@ stage_tsan() {
         ctest --output-on-failure --timeout 900 -j2 -R "$tsan_tests")
 }
 
+stage_package() {
+    scripts/package-check.sh
+}
+
 stage_fuzz() {
     scripts/fuzz.sh "${launcher[@]}"
 }
@@ -72,9 +84,9 @@ stage_fuzz() {
 summary=()
 for stage in "${stages[@]}"; do
     case $stage in
-    normal | asan | tsan | fuzz) ;;
+    normal | package | asan | tsan | fuzz) ;;
     *)
-        echo "unknown stage '$stage' (normal, asan, tsan, fuzz)" >&2
+        echo "unknown stage '$stage' (normal, package, asan, tsan, fuzz)" >&2
         exit 2
         ;;
     esac

@@ -4,6 +4,7 @@
 #include "viewmodels/RavelinthViewModel.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QTimer>
@@ -17,11 +18,16 @@ namespace {
 
 // RAVELINTH_SCREENSHOT=out.png saves the window as it looks after RAVELINTH_SCREENSHOT_DELAY
 // milliseconds (default 1500) and quits: how the window is checked on a machine without a
-// screen (QT_QPA_PLATFORM=offscreen).
-void scheduleScreenshot(QQmlApplicationEngine &engine) {
+// screen (QT_QPA_PLATFORM=offscreen). RAVELINTH_SCREENSHOT_SCAN=DIR scans DIR first, so the
+// picture shows a result (scripts/screenshot.sh).
+void scheduleScreenshot(QQmlApplicationEngine &engine, RavelinthViewModel &viewModel) {
     const QString path = qEnvironmentVariable("RAVELINTH_SCREENSHOT");
     if (path.isEmpty())
         return;
+    if (const QString tree = qEnvironmentVariable("RAVELINTH_SCREENSHOT_SCAN"); !tree.isEmpty()) {
+        viewModel.setScanPath(tree);
+        viewModel.startScan();
+    }
     bool ok = false;
     int delay = qEnvironmentVariableIntValue("RAVELINTH_SCREENSHOT_DELAY", &ok);
     if (!ok)
@@ -41,6 +47,11 @@ int runApplication(int argc, char **argv) {
     QGuiApplication::setOrganizationName(u"Ravelinth"_qs);
     QGuiApplication::setApplicationName(u"Ravelinth"_qs);
     QGuiApplication::setApplicationDisplayName(u"Ravelinth"_qs);
+    // Wayland compositors match a window to its menu entry by this id, not by the binary's name.
+    const QString appId = u"io.github.ravelinth.Ravelinth"_qs;
+    QGuiApplication::setDesktopFileName(appId);
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(appId, QIcon(u":/icons/io.github.ravelinth.Ravelinth.svg"_qs)));
 
     // The root outlives the engine that shows it.
     RavelinthViewModel viewModel;
@@ -50,7 +61,7 @@ int runApplication(int argc, char **argv) {
         &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
         [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
     engine.load(QUrl(u"qrc:/qt-project.org/imports/Ravelinth/Main.qml"_qs));
-    scheduleScreenshot(engine);
+    scheduleScreenshot(engine, viewModel);
     return QGuiApplication::exec();
 }
 

@@ -1,0 +1,100 @@
+#include "models/FileRecord.h"
+
+#include "models/IsoTime.h"
+#include "models/JsonText.h"
+
+#include <array>
+
+namespace ravelinth {
+
+namespace {
+
+// The display names as UTF-8, made once rather than once per row.
+const QByteArray &categoryName(ScanCategory category) {
+    static const std::array<QByteArray, ScanCategory::count> names = [] {
+        std::array<QByteArray, ScanCategory::count> made;
+        for (const ScanCategory c : ScanCategory::allCases())
+            made[std::size_t(c.index())] = c.rawValue().toUtf8();
+        return made;
+    }();
+    return names[std::size_t(category.index())];
+}
+
+// The path and name as display text. A valid UTF-8 path is its own display text, so the common
+// case copies nothing.
+struct DisplayFields {
+    explicit DisplayFields(const FileItem &file) : exact(isValidUtf8(file.path)) {
+        if (exact) {
+            path = file.path;
+            name = file.name();
+        } else {
+            path = displayUtf8(file.path);
+            decodedName = displayUtf8(file.name().toByteArray());
+            name = decodedName;
+        }
+    }
+    bool exact;
+    QByteArray path;
+    QByteArray decodedName;
+    QByteArrayView name;
+};
+
+} // namespace
+
+void appendFileJson(QByteArray &out, const FileItem &file) {
+    const DisplayFields fields(file);
+    out.append("{\"path\":");
+    appendJsonString(out, fields.path);
+    if (!fields.exact) {
+        out.append(",\"rawPath\":");
+        appendJsonString(out, percentEncodeRawPath(file.path));
+    }
+    out.append(",\"name\":");
+    appendJsonString(out, fields.name);
+    out.append(",\"size\":");
+    out.append(QByteArray::number(file.size));
+    out.append(",\"fileExtension\":");
+    appendJsonString(out, file.fileExtension().toUtf8());
+    out.append(",\"modifiedDate\":\"");
+    appendIsoUtc(out, file.modifiedMSecs);
+    out.append("\",\"category\":");
+    appendJsonString(out, categoryName(file.category));
+    out.append(file.isSafeToDelete() ? ",\"isSafeToDelete\":true}" : ",\"isSafeToDelete\":false}");
+}
+
+void appendCsvField(QByteArray &out, QByteArrayView utf8) {
+    bool needsQuotes = false;
+    for (const char c : utf8)
+        needsQuotes |= c == ',' || c == '"' || c == '\r' || c == '\n';
+    if (!needsQuotes) {
+        out.append(utf8);
+        return;
+    }
+    out.append('"');
+    const char *run = utf8.data();
+    const char *const end = run + utf8.size();
+    for (const char *at = run; at != end; ++at) {
+        if (*at != '"')
+            continue;
+        out.append(run, at + 1 - run); // the quote itself, then once more
+        run = at;
+    }
+    out.append(run, end - run);
+    out.append('"');
+}
+
+void appendFileCsv(QByteArray &out, const FileItem &file) {
+    const DisplayFields fields(file);
+    appendCsvField(out, fields.name);
+    out.append(',');
+    appendCsvField(out, fields.path);
+    out.append(',');
+    out.append(QByteArray::number(file.size));
+    out.append(',');
+    appendCsvField(out, categoryName(file.category));
+    out.append(',');
+    appendIsoUtc(out, file.modifiedMSecs);
+    out.append(file.isSafeToDelete() ? ",true\r\n" : ",false\r\n");
+}
+
+} // namespace ravelinth

@@ -1,0 +1,83 @@
+// Exports a list of a million files, in a shuffled display order, as CSV and as JSON to a real
+// file and prints how long each took and how large it came out. The names are made up but shaped
+// like a home folder's: nested folders, some non-ASCII, a few that need quoting, a few that are
+// not UTF-8.
+//
+//   export_bench [ROWS] [FOLDER]
+
+#include "services/ListExportService.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <numeric>
+#include <random>
+
+using namespace ravelinth;
+
+namespace {
+
+QList<FileItem> makeFiles(qsizetype count) {
+    static const char *const folders[] = {"/home/ada/Videos/Holidays 2024",
+                                          "/home/ada/Downloads",
+                                          "/home/ada/.cache/thumbnails/large",
+                                          "/home/ada/Documents/Résumés",
+                                          "/home/ada/Music/Ludwig van Beethoven/Symphonies",
+                                          "/home/ada/Projects/ravel/build/objects"};
+    static const char *const names[] = {"clip",  "Report, final", "photo \"raw\"",
+                                        "track", "archive",       "caf\xe9"};
+    static const char *const extensions[] = {".mkv", ".zip", ".pdf", ".flac", ".png", ".o"};
+    static const ScanCategory categories[] = {ScanCategory::video,    ScanCategory::archive,
+                                              ScanCategory::document, ScanCategory::audio,
+                                              ScanCategory::image,    ScanCategory::other};
+    QList<FileItem> files;
+    files.reserve(count);
+    for (qsizetype i = 0; i < count; ++i) {
+        const std::size_t kind = std::size_t(i % 6);
+        // One in a thousand names is not UTF-8; the rest vary the folder and the name.
+        const char *name = i % 1000 == 999 ? names[5] : names[std::size_t(i / 6 % 5)];
+        QByteArray path = QByteArray(folders[std::size_t(i / 36 % 6)]) + '/' + name + ' ' +
+                          QByteArray::number(i) + extensions[kind];
+        files.append(FileItem::make(std::move(path), 1'000'000 + i * 7919,
+                                    1'600'000'000'000 + i * 60'000, categories[kind]));
+    }
+    return files;
+}
+
+void measure(const char *label, const ListExportTarget &target, const QList<FileItem> &files,
+             const QList<int> &rows) {
+    QElapsedTimer clock;
+    clock.start();
+    const ListExportOutcome outcome = ListExportService::exportRowsNow(target, files, rows);
+    const double seconds = double(clock.nsecsElapsed()) / 1e9;
+    if (!outcome) {
+        std::printf("%-5s failed: %s\n", label, qPrintable(outcome.error()));
+        return;
+    }
+    std::printf("%-5s %lld rows  %.3f s  %.1f MB\n", label, static_cast<long long>(*outcome),
+                seconds, double(QFileInfo(target.path).size()) / 1e6);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const qsizetype count = argc > 1 ? QByteArray(argv[1]).toLongLong() : 1'000'000;
+    QTemporaryDir scratch(argc > 2 ? QFile::decodeName(argv[2]) + u"/export-bench-XXXXXX"_qs
+                                   : QDir::tempPath() + u"/export-bench-XXXXXX"_qs);
+    if (!scratch.isValid()) {
+        std::fprintf(stderr, "no scratch folder\n");
+        return 1;
+    }
+    const QList<FileItem> files = makeFiles(count);
+    QList<int> rows(count);
+    std::iota(rows.begin(), rows.end(), 0);
+    std::shuffle(rows.begin(), rows.end(), std::mt19937(20261124));
+
+    measure("csv", {scratch.filePath(u"list.csv"_qs), ListExportFormat::csv}, files, rows);
+    measure("json", {scratch.filePath(u"list.json"_qs), ListExportFormat::json}, files, rows);
+    return 0;
+}

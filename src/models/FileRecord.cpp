@@ -4,6 +4,7 @@
 #include "models/JsonText.h"
 
 #include <array>
+#include <charconv>
 
 namespace ravelinth {
 
@@ -21,23 +22,56 @@ const QByteArray &categoryName(ScanCategory category) {
 }
 
 // The path and name as display text. A valid UTF-8 path is its own display text, so the common
-// case copies nothing.
+// case copies nothing, not even a reference.
 struct DisplayFields {
     explicit DisplayFields(const FileItem &file) : exact(isValidUtf8(file.path)) {
         if (exact) {
             path = file.path;
             name = file.name();
         } else {
-            path = displayUtf8(file.path);
+            decodedPath = displayUtf8(file.path);
             decodedName = displayUtf8(file.name().toByteArray());
+            path = decodedPath;
             name = decodedName;
         }
     }
     bool exact;
-    QByteArray path;
+    QByteArray decodedPath;
     QByteArray decodedName;
+    QByteArrayView path;
     QByteArrayView name;
 };
+
+void appendNumber(QByteArray &out, qint64 number) {
+    char digits[24];
+    const auto result = std::to_chars(digits, digits + sizeof digits, number);
+    out.append(digits, result.ptr - digits);
+}
+
+// FileItem::fileExtension() as UTF-8, without the string it builds when the extension is ASCII
+// (where lowering it by hand is the same thing).
+void appendExtension(QByteArray &out, QByteArrayView name) {
+    const qsizetype dot = name.lastIndexOf('.');
+    if (dot <= 0 || dot == name.size() - 1) {
+        appendJsonString(out, {});
+        return;
+    }
+    const QByteArrayView extension = name.sliced(dot + 1);
+    char lowered[32];
+    if (extension.size() > qsizetype(sizeof lowered)) {
+        appendJsonString(out, fileExtensionOf(name).toUtf8());
+        return;
+    }
+    for (qsizetype i = 0; i < extension.size(); ++i) {
+        const char c = extension[i];
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            appendJsonString(out, fileExtensionOf(name).toUtf8());
+            return;
+        }
+        lowered[i] = c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
+    }
+    appendJsonString(out, QByteArrayView(lowered, extension.size()));
+}
 
 } // namespace
 
@@ -52,9 +86,9 @@ void appendFileJson(QByteArray &out, const FileItem &file) {
     out.append(",\"name\":");
     appendJsonString(out, fields.name);
     out.append(",\"size\":");
-    out.append(QByteArray::number(file.size));
+    appendNumber(out, file.size);
     out.append(",\"fileExtension\":");
-    appendJsonString(out, file.fileExtension().toUtf8());
+    appendExtension(out, file.name());
     out.append(",\"modifiedDate\":\"");
     appendIsoUtc(out, file.modifiedMSecs);
     out.append("\",\"category\":");
@@ -89,7 +123,7 @@ void appendFileCsv(QByteArray &out, const FileItem &file) {
     out.append(',');
     appendCsvField(out, fields.path);
     out.append(',');
-    out.append(QByteArray::number(file.size));
+    appendNumber(out, file.size);
     out.append(',');
     appendCsvField(out, categoryName(file.category));
     out.append(',');

@@ -1,43 +1,67 @@
 #include "services/ListExportService.h"
 
 #include "models/FileRecord.h"
+#include "utility/ParallelHalves.h"
 
 #include <QFileInfo>
 #include <QSaveFile>
+
+#include <algorithm>
+#include <array>
 
 namespace ravelinth {
 
 namespace {
 
-constexpr qsizetype blockSize = 1 << 20;
+// About two megabytes of text a block, so that memory stays flat for any length of list.
+constexpr qsizetype rowsPerBlock = 16384;
+constexpr qsizetype rowsPerThread = 2048;
+
+// A sorted list visits its files in an order that has nothing to do with where they lie in
+// memory, so nearly every row starts with two cache misses: the record, then its path. Both are
+// asked for a few rows ahead, so that the formatting waits on them less.
+constexpr qsizetype recordsAhead = 32;
+constexpr qsizetype pathsAhead = 16;
+
+void prefetchAhead(const QList<FileItem> &files, const QList<int> &rows, qsizetype i) {
+    if (i + recordsAhead < rows.size())
+        __builtin_prefetch(&files[rows[i + recordsAhead]]);
+    if (i + pathsAhead < rows.size())
+        __builtin_prefetch(files[rows[i + pathsAhead]].path.constData());
+}
 
 } // namespace
 
 bool ListExportService::writeRows(QIODevice &device, ListExportFormat format,
                                   const QList<FileItem> &files, const QList<int> &rows) {
-    QByteArray block;
-    block.reserve(blockSize + 4096);
-    auto flush = [&device, &block] {
-        const bool written = device.write(block) == block.size();
-        block.clear(); // keeps its capacity
-        return written;
-    };
     const bool csv = format == ListExportFormat::csv;
-    block.append(csv ? fileCsvHeader : QByteArrayView("["));
-    for (qsizetype i = 0; i < rows.size(); ++i) {
-        const FileItem &file = files[rows[i]];
-        if (csv) {
-            appendFileCsv(block, file);
-        } else {
-            block.append(i == 0 ? "\n" : ",\n");
-            appendFileJson(block, file);
+    if (device.write(csv ? fileCsvHeader.toByteArray() : QByteArray("[")) < 0)
+        return false;
+    // Each block's rows are formatted in two halves at once, each into a buffer of its own, and
+    // written in order: two cores halve the time a long list takes.
+    std::array<QByteArray, 2> halves;
+    for (qsizetype first = 0; first < rows.size(); first += rowsPerBlock) {
+        const qsizetype count = std::min(rowsPerBlock, rows.size() - first);
+        inTwoHalves(count, rowsPerThread, [&](int part, qsizetype begin, qsizetype end) {
+            QByteArray &out = halves[std::size_t(part)];
+            out.clear();
+            for (qsizetype i = first + begin; i < first + end; ++i) {
+                prefetchAhead(files, rows, i);
+                const FileItem &file = files[rows[i]];
+                if (csv) {
+                    appendFileCsv(out, file);
+                } else {
+                    out.append(i == 0 ? "\n" : ",\n");
+                    appendFileJson(out, file);
+                }
+            }
+        });
+        for (const QByteArray &half : halves) {
+            if (device.write(half) != half.size())
+                return false;
         }
-        if (block.size() >= blockSize && !flush())
-            return false;
     }
-    if (!csv)
-        block.append("\n]\n");
-    return flush();
+    return csv || device.write("\n]\n") == 3;
 }
 
 ListExportOutcome ListExportService::exportRowsNow(const ListExportTarget &target,

@@ -28,7 +28,7 @@ public:
 
     static ListExportOutcome exportRowsNow(const ListExportTarget &target,
                                            const QList<FileItem> &files, const QList<int> &rows);
-    // Writes in blocks of about a megabyte; false when the device refused a block.
+    // Writes in blocks of a few megabytes; false when the device refused a block.
     static bool writeRows(QIODevice &device, ListExportFormat format, const QList<FileItem> &files,
                           const QList<int> &rows);
 

@@ -1,5 +1,6 @@
 #include "models/FileRecord.h"
 #include "models/IsoTime.h"
+#include "models/JsonText.h"
 #include "models/ListExportFormat.h"
 
 #include <QtTest>
@@ -40,6 +41,32 @@ private slots:
         QByteArray out("x");
         appendCsvField(out, text);
         QCOMPARE(out, "x" + expected);
+    }
+
+    void utf8Validity_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("valid");
+        QTest::newRow("empty") << QByteArray() << true;
+        QTest::newRow("ASCII") << QByteArray("/home/a.txt") << true;
+        QTest::newRow("two bytes") << QByteArray("caf\xc3\xa9") << true;
+        QTest::newRow("three bytes") << QByteArray("\xe2\x82\xac") << true;
+        QTest::newRow("four bytes") << QByteArray("\xf0\x9f\x98\x80") << true;
+        QTest::newRow("byte-order mark") << QByteArray("\xef\xbb\xbf"
+                                                       "a")
+                                         << true;
+        QTest::newRow("Latin-1") << QByteArray("caf\xe9") << false;
+        QTest::newRow("lone continuation") << QByteArray("\x80") << false;
+        QTest::newRow("overlong slash") << QByteArray("\xc0\xaf") << false;
+        QTest::newRow("overlong three") << QByteArray("\xe0\x80\xaf") << false;
+        QTest::newRow("surrogate") << QByteArray("\xed\xa0\x80") << false;
+        QTest::newRow("past U+10FFFF") << QByteArray("\xf4\x90\x80\x80") << false;
+        QTest::newRow("cut short") << QByteArray("a\xe2\x82") << false;
+        QTest::newRow("bad third byte") << QByteArray("\xe2\x82\x41") << false;
+    }
+    void utf8Validity() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, valid);
+        QCOMPARE(isValidUtf8(bytes), valid);
     }
 
     void isoTime_data() {
@@ -109,6 +136,12 @@ private slots:
             << fileAt("/d/q\"b\\\n\x01", 3, 0, ScanCategory::other)
             << QByteArray("{\"path\":\"/d/q\\\"b\\\\\\n\\u0001\",\"name\":\"q\\\"b\\\\\\n\\u0001\","
                           "\"size\":3,\"fileExtension\":\"\","
+                          "\"modifiedDate\":\"1970-01-01T00:00:00.000Z\",\"category\":\"Other\","
+                          "\"isSafeToDelete\":false}");
+        QTest::newRow("extension outside ASCII")
+            << fileAt("/d/x.\xc3\x89T\xc3\x89", 5, 0, ScanCategory::other)
+            << QByteArray("{\"path\":\"/d/x.\xc3\x89T\xc3\x89\",\"name\":\"x.\xc3\x89T\xc3\x89\","
+                          "\"size\":5,\"fileExtension\":\"\xc3\xa9t\xc3\xa9\","
                           "\"modifiedDate\":\"1970-01-01T00:00:00.000Z\",\"category\":\"Other\","
                           "\"isSafeToDelete\":false}");
         QTest::newRow("not UTF-8")

@@ -80,6 +80,29 @@ private slots:
         QVERIFY(QFile::exists(target("taken.csv/inside")));
     }
 
+    // Long enough to be written in several blocks, each formatted in two halves at once: the
+    // lines still come out whole and in the order given.
+    void aLongListKeepsItsOrder() {
+        constexpr int count = 40'000;
+        QList<FileItem> many;
+        QList<int> rows;
+        for (int i = 0; i < count; ++i) {
+            many.append(
+                FileItem::make("/m/f" + QByteArray::number(i) + ".bin", i, 0, ScanCategory::other));
+            rows.prepend(i);
+        }
+        const QString path = target("long.csv");
+        QVERIFY(ListExportService::exportRowsNow({path, ListExportFormat::csv}, many, rows));
+        const QList<QByteArray> lines = contentsOf(path).split('\n');
+        QCOMPARE(lines.size(), count + 2); // the header, the rows, and nothing after the last end
+        for (int line = 1; line <= count; ++line) {
+            const QByteArray n = QByteArray::number(count - line);
+            QCOMPARE(lines[line], "f" + n + ".bin,/m/f" + n + ".bin," + n +
+                                      ",Other,1970-01-01T00:00:00.000Z,false\r");
+        }
+        QCOMPARE(lines.last(), QByteArray());
+    }
+
     void theBackgroundFormReportsOnTheFuture() {
         ListExportService service;
         QFuture<ListExportOutcome> future =

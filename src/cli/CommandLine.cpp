@@ -21,7 +21,7 @@ struct Command {
 
 constexpr Command commands[] = {
     {"scan", runScanCommand,
-     "scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --print0]"},
+     "scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --csv | --print0]"},
     {"disk", runDiskCommand, "disk [--binary] [--json]"},
     {"trash", runTrashCommand, "trash PATH... [--json]"},
     {"restore", runRestoreCommand, "restore --last | PATH... [--json]"},

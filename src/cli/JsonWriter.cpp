@@ -1,70 +1,9 @@
 #include "cli/JsonWriter.h"
 
-#include <QStringDecoder>
-
 #include <array>
 #include <charconv>
 
 namespace ravelinth::cli {
-
-QByteArray jsonString(const QString &text) {
-    QByteArray out;
-    out.reserve(text.size() + 2);
-    out.append('"');
-    for (const char c : text.toUtf8()) {
-        const auto byte = static_cast<unsigned char>(c);
-        switch (c) {
-        case '"':
-            out.append("\\\"");
-            break;
-        case '\\':
-            out.append("\\\\");
-            break;
-        case '\n':
-            out.append("\\n");
-            break;
-        case '\r':
-            out.append("\\r");
-            break;
-        case '\t':
-            out.append("\\t");
-            break;
-        default:
-            if (byte < 0x20) {
-                std::array<char, 8> escape{};
-                std::snprintf(escape.data(), escape.size(), "\\u%04x", byte);
-                out.append(escape.data());
-            } else {
-                out.append(c);
-            }
-        }
-    }
-    out.append('"');
-    return out;
-}
-
-QByteArray percentEncodeRawPath(const QByteArray &path) {
-    static constexpr char hex[] = "0123456789ABCDEF";
-    QByteArray out;
-    out.reserve(path.size());
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x20 && byte <= 0x7e && byte != '%') {
-            out.append(c);
-        } else {
-            out.append('%');
-            out.append(hex[byte >> 4]);
-            out.append(hex[byte & 0xf]);
-        }
-    }
-    return out;
-}
-
-bool isValidUtf8(const QByteArray &bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString decoded = decoder.decode(bytes);
-    return !decoder.hasError();
-}
 
 void JsonWriter::separate() {
     if (m_afterKey) {

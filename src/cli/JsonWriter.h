@@ -1,5 +1,7 @@
 #pragma once
 
+#include "models/JsonText.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -41,12 +43,5 @@ private:
     bool m_needsComma = false;
     bool m_afterKey = false;
 };
-
-QByteArray jsonString(const QString &text);
-
-// Bytes outside printable ASCII, and "%", as %XX: a lossless text form of a path that is not UTF-8.
-QByteArray percentEncodeRawPath(const QByteArray &path);
-
-bool isValidUtf8(const QByteArray &bytes);
 
 } // namespace ravelinth::cli

@@ -21,7 +21,8 @@ namespace ravelinth::cli {
 namespace {
 
 constexpr const char *scanUsage =
-    "Usage: ravelinth scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --print0]\n"
+    "Usage: ravelinth scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --csv | "
+    "--print0]\n"
     "\n"
     "Walks PATH and lists every file of at least N binary megabytes (N x 1024 x 1024 bytes;\n"
     "default 100, fractions allowed), largest first. System folders are always skipped.\n"
@@ -30,11 +31,12 @@ constexpr const char *scanUsage =
     "  --hidden         include hidden files and folders\n"
     "  --binary         show sizes in 1024-based units (KiB, MiB, GiB)\n"
     "  --json           print the whole result as one JSON object\n"
+    "  --csv            print the files as CSV: name,path,size,category,modified,safe\n"
     "  --print0         print the exact paths, each followed by a NUL byte\n"
     "\n"
     "Ctrl+C stops the walk and prints what was found so far.\n";
 
-enum class OutputFormat { table, json, print0 };
+enum class OutputFormat { table, json, csv, print0 };
 
 struct ScanOptions {
     QByteArray path;
@@ -59,6 +61,16 @@ std::optional<qint64> thresholdFromMegabytes(const QByteArray &text) {
     return qint64(bytes);
 }
 
+std::optional<OutputFormat> outputFormat(const QByteArray &argument) {
+    if (argument == "--json")
+        return OutputFormat::json;
+    if (argument == "--csv")
+        return OutputFormat::csv;
+    if (argument == "--print0")
+        return OutputFormat::print0;
+    return std::nullopt;
+}
+
 // Returns an exit code when parsing ends the command (help or a usage error).
 std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &options) {
     bool formatGiven = false;
@@ -75,11 +87,11 @@ std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &option
                 options.includeHidden = true;
             } else if (argument == "--binary") {
                 setDefaultByteUnits(ByteUnits::binary);
-            } else if (argument == "--json" || argument == "--print0") {
+            } else if (const auto format = outputFormat(argument)) {
                 if (formatGiven)
-                    return usageError("--json and --print0 cannot be combined");
+                    return usageError("only one of --json, --csv and --print0 can be given");
                 formatGiven = true;
-                options.format = argument == "--json" ? OutputFormat::json : OutputFormat::print0;
+                options.format = *format;
             } else if (argument == "--min-size-mb" || argument.startsWith("--min-size-mb=")) {
                 QByteArray value;
                 if (argument.contains('=')) {
@@ -183,6 +195,9 @@ int runScanCommand(const QList<QByteArray> &arguments) {
     switch (options.format) {
     case OutputFormat::json:
         writeJsonReport(stdout, result, scanner.filesScanned(), scanner.bytesScanned());
+        break;
+    case OutputFormat::csv:
+        writeCsvReport(stdout, result);
         break;
     case OutputFormat::print0:
         for (const FileItem &file : result.files) {

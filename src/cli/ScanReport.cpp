@@ -4,6 +4,7 @@
 #include "cli/TerminalText.h"
 #include "models/ByteCountFormatter.h"
 #include "models/DisplayText.h"
+#include "models/FileRecord.h"
 #include "models/ScanState.h"
 
 namespace ravelinth::cli {
@@ -34,6 +35,18 @@ void writeTableReport(FILE *stream, const ScanResult &result) {
     std::fprintf(stream, "%s\n", status.toUtf8().constData());
 }
 
+void writeCsvReport(FILE *stream, const ScanResult &result) {
+    QByteArray block(fileCsvHeader.toByteArray());
+    for (const FileItem &file : result.files) {
+        appendFileCsv(block, file);
+        if (block.size() >= (1 << 16)) {
+            std::fwrite(block.constData(), 1, std::size_t(block.size()), stream);
+            block.clear();
+        }
+    }
+    std::fwrite(block.constData(), 1, std::size_t(block.size()), stream);
+}
+
 void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned,
                      qint64 bytesScanned) {
     JsonWriter json(stream);
@@ -50,18 +63,11 @@ void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned
     json.field("timestamp", isoDate(result.timestamp));
     json.key("files");
     json.beginArray();
+    QByteArray object;
     for (const FileItem &file : result.files) {
-        json.beginObject();
-        json.field("path", file.displayPath());
-        if (!isValidUtf8(file.path))
-            json.field("rawPath", QString::fromLatin1(percentEncodeRawPath(file.path)));
-        json.field("name", file.displayName());
-        json.field("size", file.size);
-        json.field("fileExtension", file.fileExtension());
-        json.field("modifiedDate", isoDate(file.modifiedDate()));
-        json.field("category", file.category.rawValue());
-        json.field("isSafeToDelete", file.isSafeToDelete());
-        json.endObject();
+        object.clear();
+        appendFileJson(object, file);
+        json.rawValue(object);
     }
     json.endArray();
     json.key("categoryStats");

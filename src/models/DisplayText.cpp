@@ -1,5 +1,7 @@
 #include "models/DisplayText.h"
 
+#include "models/JsonText.h"
+
 #include <QStringDecoder>
 
 namespace ravelinth {
@@ -10,6 +12,12 @@ QString displayText(QByteArrayView bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
                                                      QStringDecoder::Flag::ConvertInitialBom);
     return decoder.decode(bytes);
+}
+
+QByteArray displayUtf8(const QByteArray &bytes) {
+    if (isValidUtf8(bytes))
+        return bytes;
+    return displayText(bytes).toUtf8();
 }
 
 } // namespace ravelinth

@@ -101,6 +101,10 @@ public:
     // displayed once the latest answer is published.
     QList<int> currentQueryIndices() const;
     int count() const { return int(m_rows.size()); }
+    // What the table shows: shownRows() index shownFiles(), in the displayed order. Both are
+    // shared lists, so keeping the pair is a cheap snapshot of the rows as displayed.
+    const QList<FileItem> &shownFiles() const { return m_shownFiles; }
+    const QList<int> &shownRows() const { return m_rows; }
     const FileItem *fileAt(int row) const;
     // The row's index into files(), also while the table still shows an older list; -1 if none.
     int fileIndexOfRow(int row) const;

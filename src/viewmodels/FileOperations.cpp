@@ -219,6 +219,24 @@ void FileOperations::open(const QStringList &fileIds) const {
         FinderService::shared().openFile(file->path);
 }
 
+void FileOperations::exportList(const QUrl &destination, int nameFilterIndex) {
+    if (!destination.isLocalFile()) {
+        emit failed(u"The list can only be exported to a local file."_qs);
+        return;
+    }
+    ListExportTarget target =
+        listExportTarget(destination.toLocalFile(),
+                         nameFilterIndex == 1 ? ListExportFormat::json : ListExportFormat::csv);
+    const QString path = target.path;
+    whenFinished(m_exports.exportRows(std::move(target), m_files.shownFiles(), m_files.shownRows()),
+                 this, [this, path](const ListExportOutcome &outcome) {
+                     if (outcome)
+                         emit exported(path, int(*outcome));
+                     else
+                         emit failed(outcome.error());
+                 });
+}
+
 void FileOperations::copyPath(const QStringList &fileIds) const {
     const QList<const FileItem *> files = lookUp(fileIds, false);
     if (!files.isEmpty())

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "models/FileItem.h"
+#include "services/ListExportService.h"
 #include "viewmodels/TrashReport.h"
 #include "viewmodels/TrashRequest.h"
 
 #include <QObject>
 #include <QStringList>
+#include <QUrl>
 #include <QVariantList>
 
 #include <optional>
@@ -16,8 +18,9 @@ class FileListModel;
 class TrashService;
 
 // What is done to listed files: moved to the Trash, revealed in the file manager, opened, their
-// path copied. Files are named by identifier and looked up in the list, and every action works on
-// their exact path bytes, so a name that is not UTF-8 is handled as it is on disk.
+// path copied, the list exported. Files are named by identifier and looked up in the list, and
+// every action works on their exact path bytes, so a name that is not UTF-8 is handled as it is on
+// disk.
 //
 // The window asks for a move through the two request entry points. While confirmation is
 // required a request waits, with its files captured, until it is confirmed or cancelled; the
@@ -85,11 +88,16 @@ public:
     Q_INVOKABLE QStringList existing(const QStringList &fileIds) const;
     // Their display paths, in the order asked.
     Q_INVOKABLE QStringList pathsOf(const QStringList &fileIds) const;
+    // Saves the rows as displayed (filter, search and sort applied) to a local file, in the
+    // background. The name's extension picks CSV or JSON; a name without either takes the save
+    // dialog's filter (0 CSV, 1 JSON) and its extension. Ends in `exported` or `failed`.
+    Q_INVOKABLE void exportList(const QUrl &destination, int nameFilterIndex);
 
 signals:
     // Files left the list; the disk and the statistics have changed.
     void filesMoved();
     void failed(const QString &message);
+    void exported(const QString &path, int rowCount);
     void confirmationRequiredChanged();
     void pendingMoveChanged();
     void trashReportChanged();
@@ -108,6 +116,7 @@ private:
     bool m_confirmationRequired = false;
     std::optional<TrashRequest> m_pending;
     std::optional<TrashReport> m_report;
+    ListExportService m_exports;
 };
 
 } // namespace ravelinth

@@ -8,9 +8,9 @@ NotificationCenter &NotificationCenter::shared() {
 }
 
 const QStringList &NotificationCenter::allNames() {
-    static const QStringList names{startNewScan,  browseFolder, startScan,
-                                   stopScan,      quickScan,    selectAllFiles,
-                                   showDashboard, showScanner,  refreshDiskInfo};
+    static const QStringList names{startNewScan, browseFolder,   exportList,     startScan,
+                                   stopScan,     quickScan,      selectAllFiles, showDashboard,
+                                   showScanner,  refreshDiskInfo};
     return names;
 }
 

@@ -17,6 +17,7 @@ public:
 
     static inline const QString startNewScan = QStringLiteral("startNewScan");
     static inline const QString browseFolder = QStringLiteral("browseFolder");
+    static inline const QString exportList = QStringLiteral("exportList");
     static inline const QString startScan = QStringLiteral("startScan");
     static inline const QString stopScan = QStringLiteral("stopScan");
     static inline const QString quickScan = QStringLiteral("quickScan");

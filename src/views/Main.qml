@@ -125,6 +125,14 @@ ApplicationWindow {
                     RavelinthViewModel.scan.browse()
                 }
             }
+            Action {
+                text: "Export List..."
+                enabled: RavelinthViewModel.fileList.count > 0
+                onTriggered: {
+                    window.post("exportList")
+                    exportDialog.open()
+                }
+            }
             MenuSeparator {}
             Action {
                 text: "Settings..."
@@ -331,6 +339,11 @@ ApplicationWindow {
         id: content
         objectName: "content"
         anchors.fill: parent
+    }
+
+    ListExportDialog {
+        id: exportDialog
+        objectName: "exportDialog"
     }
 
     // The settings live in their own window; the root's showSettings asks for it, and closing

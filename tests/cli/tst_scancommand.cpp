@@ -174,6 +174,28 @@ private slots:
                                   "bom.iso\""));
     }
 
+    // The same text the window's export saves: RFC 4180 quoting, sizes in bytes, UTC times, and
+    // a name that is not UTF-8 as display text, as the JSON's "path" has it.
+    void csvListsTheFilesLargestFirst() {
+        TestTree tree;
+        tree.file("a,b \"c\"\nd.iso", 3 * MiB, 1'795'553'520);
+        tree.file("caf\xe9.mov", 2 * MiB, 1'000'000'000);
+        const ProcessOutput csv =
+            runRavelinth({"scan", tree.root(), "--min-size-mb", "1", "--csv"});
+        QCOMPARE(csv.exitCode, 0);
+        const QByteArray root = tree.root();
+        QCOMPARE(csv.out, "name,path,size,category,modified,safe\r\n"
+                          "\"a,b \"\"c\"\"\nd.iso\",\"" +
+                              root +
+                              "/a,b \"\"c\"\"\nd.iso\",3145728,Installers,"
+                              "2026-11-24T20:52:00.000Z,true\r\n"
+                              "caf\xef\xbf\xbd.mov," +
+                              root +
+                              "/caf\xef\xbf\xbd.mov,2097152,Videos,2001-09-09T01:46:40.000Z,"
+                              "false\r\n");
+        QVERIFY(csv.err.isEmpty());
+    }
+
     void print0AndTableListLargestFirst() {
         TestTree tree;
         const QByteArray a = tree.file("a\nnewline.zip", 200 * MiB);
@@ -207,6 +229,7 @@ private slots:
             {"scan", tree.root(), "--min-size-mb", "1"},
             {"scan", tree.root(), "--min-size-mb", "1", "--json"},
             {"scan", tree.root(), "--min-size-mb", "1", "--print0"},
+            {"scan", tree.root(), "--min-size-mb", "1", "--csv"},
             {"disk"},
             {"disk", "--json"},
             {"trash", tree.file("victim.txt")},
@@ -298,10 +321,13 @@ private slots:
         QCOMPARE(runRavelinth({"scan"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--min-size-mb", "-3"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--json", "--print0"}).exitCode, 2);
+        QCOMPARE(runRavelinth({"scan", tree.root(), "--csv", "--json"}).exitCode, 2);
+        QCOMPARE(runRavelinth({"scan", tree.root(), "--print0", "--csv"}).exitCode, 2);
         QCOMPARE(runRavelinth({"frobnicate"}).exitCode, 2);
         const ProcessOutput help = runRavelinth({"scan", "--help"});
         QCOMPARE(help.exitCode, 0);
         QVERIFY(help.out.contains("--min-size-mb"));
+        QVERIFY(help.out.contains("[--json | --csv | --print0]"));
         QCOMPARE(runRavelinth({"--version"}).out, QByteArray("ravelinth 1.0\n"));
     }
 };

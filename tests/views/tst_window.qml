@@ -63,7 +63,8 @@ WindowTestCase {
             return list
         }
         compare(entries(bar.menuAt(0)),
-                ["New Scan Ctrl+N", "Browse Folder... Ctrl+O", "Settings... Ctrl+,", "Quit Ctrl+Q"])
+                ["New Scan Ctrl+N", "Browse Folder... Ctrl+O", "Export List...", "Settings... Ctrl+,",
+                 "Quit Ctrl+Q"])
         compare(entries(bar.menuAt(1)), ["Cut Ctrl+X", "Copy Ctrl+C", "Paste Ctrl+V", "Select All Ctrl+A"])
         compare(entries(bar.menuAt(2)), ["Start Scan Ctrl+Return", "Stop Scan Ctrl+.", "Quick Scan"])
         compare(entries(bar.menuAt(3)),

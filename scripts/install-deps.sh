@@ -20,6 +20,7 @@ PACKAGES=(
     fonts-material-design-icons-iconfont fonts-noto-color-emoji fonts-dejavu-core
     xvfb xauth dbus libglib2.0-bin trash-cli e2fsprogs util-linux xdotool
     clang libclang-rt-14-dev ccache
+    at-spi2-core python3-pyatspi gir1.2-atspi-2.0
 )
 
 missing=()

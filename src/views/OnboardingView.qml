@@ -73,6 +73,10 @@ Item {
         color: Theme.textBackground
     }
 
+    function focusFirstButton() {
+        (backButton.visible ? backButton : nextButton).forceActiveFocus(Qt.PopupFocusReason)
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -80,6 +84,8 @@ Item {
         SwipeView {
             id: pageView
             objectName: "pageView"
+            Accessible.role: Accessible.Grouping
+            Accessible.name: "Page " + (root.currentPage + 1) + " of " + root.pages.length
             Layout.fillWidth: true
             Layout.fillHeight: true
             interactive: false
@@ -99,6 +105,8 @@ Item {
             Layout.alignment: Qt.AlignHCenter
             count: root.pages.length
             currentIndex: root.currentPage
+            Accessible.role: Accessible.Indicator
+            Accessible.name: "Page " + (root.currentPage + 1) + " of " + root.pages.length
         }
 
         RowLayout {

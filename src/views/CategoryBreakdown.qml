@@ -20,6 +20,8 @@ GlassCard {
                 color: Theme.primaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 anchors.verticalCenter: parent.verticalCenter
                 text: "Categories"
                 font.pixelSize: Theme.headlineSize

@@ -40,6 +40,8 @@ GlassCard {
                     color: root.usageColor
                 }
                 Text {
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     anchors.verticalCenter: parent.verticalCenter
                     text: root.diskInfo ? root.diskInfo.name : ""
                     font.pixelSize: Theme.title2Size

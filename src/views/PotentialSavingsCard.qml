@@ -23,12 +23,16 @@ AccentGlassCard {
             spacing: 4
             Layout.alignment: Qt.AlignVCenter
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 text: "Potential Savings"
                 font.pixelSize: Theme.headlineSize
                 font.bold: true
                 color: Theme.primaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 objectName: "detail"
                 text: root.detailText
                 font.pixelSize: Theme.subheadlineSize

@@ -21,6 +21,8 @@ GlassCard {
                 color: Theme.primaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 text: "Scan Summary"
                 font.pixelSize: Theme.headlineSize
                 font.bold: true
@@ -30,6 +32,8 @@ GlassCard {
                 Layout.fillWidth: true
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 objectName: "completedIn"
                 text: root.durationText
                 visible: text !== ""

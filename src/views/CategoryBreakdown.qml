@@ -6,6 +6,8 @@ import QtQuick.Layouts
 // Each category's share of everything the scan kept, largest first.
 GlassCard {
     id: root
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Categories"
     property real totalSize: RavelinthViewModel.fileList.totalScannedSize
 
     ColumnLayout {

@@ -129,6 +129,8 @@ Item {
                     }
                     AbstractButton {
                         id: helpButton
+                        // A screen reader's Press is the click; a bare button does not answer it.
+                        Accessible.onPressAction: helpButton.clicked()
                         objectName: "helpButton"
                         implicitWidth: 28
                         implicitHeight: 28

@@ -6,6 +6,9 @@ import QtQuick.Layouts
 // The boot volume at a glance: a ring of its usage, its used, free and total space, and a status.
 GlassCard {
     id: root
+    // The card reads as a named group, by the title it shows.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Disk Usage"
     // The volume's figures: the program's disk report unless given others.
     property var diskInfo: RavelinthViewModel.disk.info
 

@@ -278,6 +278,14 @@ Item {
                     Accessible.description: folder
                     Accessible.focusable: true
                     Accessible.focused: activeFocus
+                    // Focus given from outside (a screen reader's own navigation) makes the row
+                    // the one the keys move from.
+                    onActiveFocusChanged: {
+                        if (activeFocus && root.currentRow !== row) {
+                            root.currentRow = row
+                            root.anchorRow = row
+                        }
+                    }
                     FileNameCell {
                         x: 6
                         width: parent.width - 12

@@ -8,6 +8,9 @@ import QtQuick.Layouts
 // setting isPresented to false asks the presenter to close the sheet.
 Item {
     id: root
+    // The tour's sheet, to a screen reader a dialog named by what it is.
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Tutorial"
     property bool isPresented: true
     property int currentPage: 0
     readonly property int lastPage: pages.length - 1

@@ -6,6 +6,8 @@ import QtQuick.Layouts
 // How much space the files marked safe to delete would give back.
 AccentGlassCard {
     id: root
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Potential Savings"
     property real savings: RavelinthViewModel.fileList.potentialSavings
     property int fileCount: RavelinthViewModel.fileList.potentialSavingsFileCount
     readonly property string detailText: TextFormat.byteCount(savings, TextFormat.binaryUnits) + " in " + fileCount

@@ -6,6 +6,8 @@ import QtQuick.Layouts
 // What the last scan found: how many files, their total size and how much may safely go.
 GlassCard {
     id: root
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Scan Summary"
     readonly property string durationText:
         RavelinthViewModel.scan.state.phase === ScanPhase.Completed
         ? "Completed in " + TextFormat.oneDecimal(RavelinthViewModel.scan.state.duration) + "s" : ""

@@ -100,6 +100,8 @@ Rectangle {
             }
             AbstractButton {
                 id: browseButton
+                // A screen reader's Press is the click; a bare button does not answer it.
+                Accessible.onPressAction: browseButton.clicked()
                 objectName: "browseButton"
                 text: "Browse"
                 hoverEnabled: true
@@ -194,6 +196,8 @@ Rectangle {
                 }
                 AbstractButton {
                     id: thresholdButton
+                    // A screen reader's Press is the click; a bare button does not answer it.
+                    Accessible.onPressAction: thresholdButton.clicked()
                     objectName: "thresholdButton"
                     implicitWidth: 28
                     implicitHeight: 24

@@ -3,9 +3,10 @@
 
 Finds the application on the AT-SPI registry, counts its showing interactive elements and how
 many carry a name, types a folder into the path field, starts the scan with the path field's
-Enter or the toolbar's Scan button, and waits for the table to fill. Fails when a showing
-interactive element has no name, when the table exposes fewer rows than the list holds, or when
-the result count is not exposed as text.
+Enter or the toolbar's Scan button, and waits for the table to fill. Then opens the dashboard
+and the tour the same way. Fails when a showing interactive element has no name, when the table
+exposes fewer rows than the list holds, when the result count is not exposed as text, or when the
+dashboard's ring and cards or the tour's page and focus are not exposed.
 
     atspi_walk.py FOLDER EXPECTED_FILES [--report-only]
 """
@@ -117,7 +118,7 @@ def main():
     app = poll(30, find_app)
     if app is None:
         log("FAIL: the application never appeared on the accessibility bus")
-        return 1
+        return 3
     # The first frame's tree: the scanner with its empty state.
     poll(20, lambda: by_role_and_name(walk(app), {pyatspi.ROLE_ENTRY, pyatspi.ROLE_TEXT},
                                       "^Path to scan$"))
@@ -186,9 +187,61 @@ def main():
         failures.append(f"the list holds {listed} files, expected {expected}")
     if len(rows) < listed:
         failures.append(f"the table exposes {len(rows)} rows for {listed} files")
+
+    # The keys move the focus from row to row, so each move is heard.
+    if len(rows) >= 2:
+        rows[0][0].queryComponent().grabFocus()
+        time.sleep(0.3)
+        pyatspi.Registry.generateKeyboardEvent(0xFF54, None, pyatspi.KEY_SYM)  # Down
+        second = rows[1][2]
+
+        def moved():
+            for e in walk(app):
+                if e[1] == pyatspi.ROLE_TABLE_ROW and e[2] == second:
+                    return e[4].contains(pyatspi.STATE_FOCUSED) and e[4].contains(pyatspi.STATE_SELECTED)
+            return False
+
+        if not poll(5, moved):
+            failures.append("Down did not move the focus and the selection to the second row")
     _, unnamed = census(app, "after the scan")
     if unnamed:
         failures.append(f"{len(unnamed)} showing interactive elements have no name after the scan")
+
+    # The dashboard, reached by its tab: cards, the ring and the figures.
+    tabs = by_role_and_name(walk(app), {pyatspi.ROLE_PAGE_TAB}, "^Dashboard$")
+    if tabs:
+        press(tabs[0][0])
+        ring = poll(10, lambda: by_role_and_name(walk(app), {pyatspi.ROLE_PROGRESS_BAR},
+                                                 r"^\d+% used$"))
+        if not ring:
+            failures.append("the dashboard shows no ring read as '<n>% used'")
+        nodes, unnamed = census(app, "dashboard")
+        if unnamed:
+            failures.append(f"{len(unnamed)} showing interactive elements on the dashboard have no name")
+        # The last card may lie below the fold, not showing but there.
+        for title in ("Disk Usage", "Scan Summary", "Categories", "Potential Savings"):
+            if not any(e[2] == title for e in nodes):
+                failures.append(f"the dashboard does not expose '{title}'")
+    else:
+        failures.append("no page tab named 'Dashboard'")
+
+    # The tour, opened from the header: it takes the focus on its button and names its page.
+    helps = by_role_and_name(walk(app), {pyatspi.ROLE_PUSH_BUTTON}, "^Show Tutorial$")
+    if helps:
+        press(helps[0][0])
+        pages = poll(10, lambda: [e for e in walk(app) if e[3] and e[2] == "Page 1 of 5"])
+        if not pages:
+            failures.append("the tour does not say 'Page 1 of 5'")
+        focused = poll(5, lambda: [e for e in walk(app) if e[3] and e[1] == pyatspi.ROLE_PUSH_BUTTON
+                                   and e[4].contains(pyatspi.STATE_FOCUSED)])
+        if not focused or focused[0][2] != "Next":
+            failures.append("the tour opened without the focus on its 'Next' button")
+        _, unnamed = census(app, "tutorial")
+        if unnamed:
+            failures.append(f"{len(unnamed)} showing interactive elements in the tour have no name")
+        pyatspi.Registry.generateKeyboardEvent(0xFF1B, None, pyatspi.KEY_SYM)  # Escape
+    else:
+        failures.append("no button named 'Show Tutorial'")
 
     for failure in failures:
         log("FAIL: " + failure)

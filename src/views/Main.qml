@@ -157,8 +157,10 @@ ApplicationWindow {
             if (phase !== ScanPhase.Completed)
                 return ""
             const list = RavelinthViewModel.fileList
-            return "Scan complete: " + list.count + (list.count === 1 ? " file • " : " files • ")
-                    + TextFormat.byteCount(list.totalScannedSize, TextFormat.binaryUnits)
+            const size = TextFormat.byteCount(list.totalScannedSize, TextFormat.binaryUnits)
+            if (list.count !== list.fileCount)
+                return "Showing " + list.count + " of " + list.fileCount + " files • " + size
+            return "Scan complete: " + list.count + (list.count === 1 ? " file • " : " files • ") + size
         }
     }
 

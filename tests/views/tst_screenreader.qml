@@ -39,6 +39,13 @@ WindowTestCase {
         compare(vm.fileList.count, 2)
         tryVerify(() => status.Accessible.name.startsWith("Scan complete: 2 files • "),
                   1000, status.Accessible.name)
+        // A filter's new count is heard the same way.
+        vm.fileList.searchText = "report"
+        tryVerify(() => status.Accessible.name.startsWith("Showing 1 of 2 files • "),
+                  1000, status.Accessible.name)
+        vm.fileList.searchText = ""
+        tryVerify(() => status.Accessible.name.startsWith("Scan complete: 2 files • "),
+                  1000, status.Accessible.name)
         const count = findChild(window.contentItem, "countText")
         compare(count.Accessible.role, Accessible.StaticText)
         verify(count.Accessible.name.startsWith("2 files • "), count.Accessible.name)
@@ -122,12 +129,30 @@ WindowTestCase {
     function test_errorAlertTakesTheKeyboardOnItsButton() {
         const window = openWindow()
         const alert = findChild(window.contentItem, "errorAlert")
+        const field = scannerPart(window, "pathField")
+        field.forceActiveFocus()
         vm.errorMessage = "Something went wrong"
         tryVerify(() => alert.opened)
         const ok = findChild(alert.footer, "errorButtons").standardButton(Dialog.Ok)
         tryVerify(() => ok.activeFocus)
         keyClick(Qt.Key_Return)
         tryVerify(() => !alert.visible)
+        // And gives it back where it was.
+        tryVerify(() => field.activeFocus, 1000, String(window.activeFocusItem))
+    }
+
+    function test_tourTakesTheKeyboardAndGivesItBack() {
+        const window = openWindow()
+        const field = scannerPart(window, "pathField")
+        field.forceActiveFocus()
+        const sheet = findChild(window.contentItem, "onboardingSheet")
+        content(window).showOnboarding = true
+        tryVerify(() => sheet.opened)
+        const next = findChild(sheet.contentItem, "nextButton")
+        tryVerify(() => next.activeFocus, 1000, String(window.activeFocusItem))
+        keyClick(Qt.Key_Escape)
+        tryVerify(() => !sheet.visible)
+        tryVerify(() => field.activeFocus, 1000, String(window.activeFocusItem))
     }
 
     function test_controlsAreNamedAndStatesTrue() {
@@ -169,5 +194,34 @@ WindowTestCase {
         verify(general.activeFocus)
         compare(findChild(settings, "sizePicker").Accessible.name, "Default minimum file size")
         window.close()
+    }
+
+    // Tab goes through the regions in the order they read: toolbar, sidebar, header, content.
+    function test_tabFollowsTheVisualOrder() {
+        const window = openWindow()
+        const order = ["toolbar", "sidebar", "header", "content"]
+        const regionOf = item => {
+            for (let it = item; it; it = it.parent) {
+                if (it.objectName === "toolbar" || it.objectName === "sidebar")
+                    return it.objectName
+                if (String(it.objectName).startsWith("tab_") || it.objectName === "helpButton")
+                    return "header"
+                if (it.objectName === "scannerView" || it.objectName === "fileList"
+                        || it.objectName === "dashboard")
+                    return "content"
+            }
+            return "elsewhere"
+        }
+        findChild(window.header, "toolbarScanButton").forceActiveFocus(Qt.TabFocusReason)
+        const regions = []
+        for (let i = 0; i < 60; ++i) {
+            const region = regionOf(window.activeFocusItem)
+            if (regions.length === 0 || regions[regions.length - 1] !== region)
+                regions.push(region)
+            keyClick(Qt.Key_Tab)
+            if (window.activeFocusItem === findChild(window.header, "toolbarScanButton"))
+                break
+        }
+        compare(regions.join(" > "), order.join(" > "))
     }
 }

@@ -80,7 +80,13 @@ def walk(node, depth=0, out=None):
 
 
 def interactive(entry):
-    _, role, _, showing, _ = entry
+    node, role, _, showing, _ = entry
+    if showing and role == pyatspi.ROLE_MENU_BAR:
+        # The toolkit gives the bar's titles the bar's own role; they are what opens a menu.
+        try:
+            return node.parent is not None and node.parent.getRole() == pyatspi.ROLE_MENU_BAR
+        except Exception:
+            return False
     return showing and role in INTERACTIVE
 
 

@@ -21,6 +21,7 @@ PACKAGES=(
     xvfb xauth dbus libglib2.0-bin trash-cli e2fsprogs util-linux xdotool
     clang libclang-rt-14-dev ccache
     librsvg2-bin desktop-file-utils appstream lintian dpkg-dev file
+    at-spi2-core python3-pyatspi gir1.2-atspi-2.0
 )
 
 missing=()

@@ -39,6 +39,8 @@ RowLayout {
         color: root.tint
     }
     Text {
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
         Layout.preferredWidth: 80
         text: root.name
         font.pixelSize: 13
@@ -63,12 +65,16 @@ RowLayout {
         Layout.preferredWidth: 80
         spacing: 2
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             text: TextFormat.byteCount(root.totalSize, TextFormat.binaryUnits)
             font.pixelSize: 12
             font.weight: Font.Medium
             color: Theme.primaryText
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             text: root.fileCount + " files"
             font.pixelSize: 10
             color: Theme.secondaryText

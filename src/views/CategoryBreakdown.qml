@@ -6,6 +6,8 @@ import QtQuick.Layouts
 // Each category's share of everything the scan kept, largest first.
 GlassCard {
     id: root
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Categories"
     property real totalSize: RavelinthViewModel.fileList.totalScannedSize
 
     ColumnLayout {
@@ -20,6 +22,8 @@ GlassCard {
                 color: Theme.primaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 anchors.verticalCenter: parent.verticalCenter
                 text: "Categories"
                 font.pixelSize: Theme.headlineSize

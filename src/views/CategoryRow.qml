@@ -88,6 +88,9 @@ Item {
         visible: root.activeFocus
     }
     Accessible.role: Accessible.Button
+    Accessible.checkable: true
+    Accessible.checked: isSelected
+    Accessible.selected: isSelected
     Accessible.onPressAction: tapped()
     Accessible.name: root.title
 }

@@ -26,12 +26,16 @@ Item {
         Column {
             anchors.verticalCenter: parent.verticalCenter
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 text: root.freeText
                 font.pixelSize: 11
                 font.weight: Font.DemiBold
                 color: Theme.primaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 text: "free"
                 font.pixelSize: 9
                 color: Theme.secondaryText

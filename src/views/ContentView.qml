@@ -18,6 +18,9 @@ Item {
     ]
 
     // For the menu commands: each shows the scanner tab first.
+    // The regions F6 goes round, in the order they read: sidebar, header, content.
+    readonly property list<Item> regions: [sidebar, headerBar, pages]
+
     function focusPathField() {
         selectedTab = "scanner"
         scannerView.focusPathField()
@@ -42,6 +45,7 @@ Item {
         }
 
         SidebarView {
+            id: sidebar
             objectName: "sidebar"
             visible: root.sidebarVisible
             SplitView.preferredWidth: 240
@@ -84,12 +88,16 @@ Item {
                     Column {
                         spacing: 2
                         Text {
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
                             text: "Ravelinth"
                             font.pixelSize: 18
                             font.bold: true
                             color: Theme.primaryText
                         }
                         Text {
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
                             text: "v" + AppContext.version
                             font.pixelSize: 11
                             font.weight: Font.Medium
@@ -121,6 +129,8 @@ Item {
                     }
                     AbstractButton {
                         id: helpButton
+                        // A screen reader's Press is the click; a bare button does not answer it.
+                        Accessible.onPressAction: helpButton.clicked()
                         objectName: "helpButton"
                         implicitWidth: 28
                         implicitHeight: 28
@@ -152,6 +162,7 @@ Item {
                 color: Theme.divider
             }
             StackLayout {
+                id: pages
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 currentIndex: root.selectedTab === "dashboard" ? 0 : 1
@@ -212,6 +223,8 @@ Item {
         focus: true
         closePolicy: Popup.CloseOnEscape
         onAboutToShow: onboardingContent.isPresented = true
+        // The keyboard starts on the tour's own button, not behind the dim.
+        onOpened: onboardingContent.focusFirstButton()
         onClosed: root.showOnboarding = false
         padding: 0
         Overlay.modal: Rectangle {
@@ -270,7 +283,11 @@ Item {
             rightPadding: 20
             topPadding: 18
         }
+        // The alert takes the keyboard on its only button, so the reader names it at once.
+        onOpened: errorButtons.standardButton(Dialog.Ok).forceActiveFocus(Qt.PopupFocusReason)
         footer: DialogButtonBox {
+            id: errorButtons
+            objectName: "errorButtons"
             standardButtons: Dialog.Ok
             alignment: Qt.AlignRight
             padding: 12

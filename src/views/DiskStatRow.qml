@@ -19,6 +19,8 @@ Row {
         color: root.color
     }
     Text {
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
         width: 50
         anchors.verticalCenter: parent.verticalCenter
         text: root.label
@@ -26,6 +28,8 @@ Row {
         color: Theme.secondaryText
     }
     Text {
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
         anchors.verticalCenter: parent.verticalCenter
         text: root.value
         font.pixelSize: 14

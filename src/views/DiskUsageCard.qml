@@ -6,6 +6,9 @@ import QtQuick.Layouts
 // The boot volume at a glance: a ring of its usage, its used, free and total space, and a status.
 GlassCard {
     id: root
+    // The card reads as a named group, by the title it shows.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Disk Usage"
     // The volume's figures: the program's disk report unless given others.
     property var diskInfo: RavelinthViewModel.disk.info
 
@@ -40,6 +43,8 @@ GlassCard {
                     color: root.usageColor
                 }
                 Text {
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     anchors.verticalCenter: parent.verticalCenter
                     text: root.diskInfo ? root.diskInfo.name : ""
                     font.pixelSize: Theme.title2Size

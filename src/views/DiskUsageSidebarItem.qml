@@ -25,6 +25,8 @@ ColumnLayout {
             color: root.usageColor
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             anchors.verticalCenter: parent.verticalCenter
             text: root.diskInfo ? root.diskInfo.name : ""
             font.pixelSize: 12
@@ -53,6 +55,8 @@ ColumnLayout {
         Layout.rightMargin: 4
         Layout.bottomMargin: 4
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             text: (root.diskInfo ? TextFormat.byteCount(root.diskInfo.usedBytes, TextFormat.binaryUnits) : "") + " used"
             font.pixelSize: 10
             color: Theme.secondaryText
@@ -61,6 +65,8 @@ ColumnLayout {
             Layout.fillWidth: true
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             text: (root.diskInfo ? TextFormat.byteCount(root.diskInfo.freeBytes, TextFormat.binaryUnits) : "") + " free"
             font.pixelSize: 10
             color: Theme.secondaryText

@@ -66,6 +66,8 @@ Item {
             }
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "emptyTitle"
             anchors.horizontalCenter: parent.horizontalCenter
             text: root.title
@@ -74,6 +76,8 @@ Item {
             color: Theme.primaryText
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "emptyMessage"
             width: Math.min(implicitWidth, root.width - 80)
             anchors.horizontalCenter: parent.horizontalCenter

@@ -21,6 +21,13 @@ HorizontalHeaderView {
         implicitWidth: 40
         color: headerTap.pressed ? Theme.withOpacity(Theme.gray, 0.15) : Theme.textBackground
         objectName: "header" + column
+        // A column header is a button to a screen reader: pressing it sorts, as a click does.
+        Accessible.role: Accessible.Button
+        Accessible.name: (display !== "" ? display : "Type")
+                         + (sorted ? (RavelinthViewModel.fileList.sortAscending ? ", sorted ascending"
+                                                                                 : ", sorted descending")
+                                   : "")
+        Accessible.onPressAction: RavelinthViewModel.fileList.sortByColumn(column)
 
         Row {
             anchors.left: parent.left

@@ -48,6 +48,7 @@ Item {
                     placeholderTextColor: Theme.tertiaryText
                     text: RavelinthViewModel.fileList.searchText
                     onTextEdited: RavelinthViewModel.fileList.searchText = text
+                    Accessible.name: "Search files"
                     font.pixelSize: 13
                     color: Theme.primaryText
                     background: null
@@ -68,6 +69,8 @@ Item {
         }
 
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "countText"
             text: RavelinthViewModel.fileList.count + " files • "
                   + TextFormat.byteCount(RavelinthViewModel.fileList.totalScannedSize, TextFormat.binaryUnits)
@@ -82,6 +85,8 @@ Item {
         }
 
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             text: "Sort by"
             font.pixelSize: 12
             color: Theme.secondaryText
@@ -95,6 +100,18 @@ Item {
             onActivated: index => RavelinthViewModel.fileList.sortOption = index
             font.pixelSize: 12
             Accessible.name: "Sort by"
+            // Plain text rather than the style's read-only field, which a screen reader would
+            // meet as a second, unnamed text box inside the picker.
+            contentItem: Text {
+                leftPadding: 8
+                rightPadding: sortPicker.indicator ? sortPicker.indicator.width : 0
+                text: sortPicker.displayText
+                font: sortPicker.font
+                color: Theme.primaryText
+                verticalAlignment: Text.AlignVCenter
+                elide: Text.ElideRight
+                Accessible.ignored: true
+            }
             background: Rectangle {
                 implicitHeight: 24
                 radius: 6
@@ -109,6 +126,10 @@ Item {
                 required property string modelData
                 width: sortPicker.width
                 highlighted: sortPicker.highlightedIndex === optionDelegate.index
+                text: modelData
+                Accessible.name: modelData
+                Accessible.checkable: true
+                Accessible.checked: sortPicker.currentIndex === optionDelegate.index
                 contentItem: Row {
                     spacing: 6
                     SymbolIcon {
@@ -118,6 +139,8 @@ Item {
                         anchors.verticalCenter: parent.verticalCenter
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         text: optionDelegate.modelData
                         font.pixelSize: 12
                         color: Theme.primaryText

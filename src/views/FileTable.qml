@@ -17,6 +17,11 @@ Item {
     property int anchorRow: -1
     // The row whose context menu is open, outlined while it is.
     property int contextRow: -1
+    // The keys move the focus onto the current row's own item, so that a screen reader hears
+    // every move; the table still handles the keys, which reach it from there.
+    readonly property bool hasFocus: table.activeFocus
+                                     || (Window.activeFocusItem !== null
+                                         && Window.activeFocusItem.parent === table.contentItem)
 
     readonly property int columnCount: 6
     // The icon column is fixed; the others have a floor and no ceiling.
@@ -99,6 +104,13 @@ Item {
         }
         currentRow = row
         table.positionViewAtRow(row, TableView.Contain)
+        focusCurrentRow()
+    }
+
+    function focusCurrentRow() {
+        const item = currentRow >= 0 ? table.itemAtCell(1, currentRow) : null
+        if (item !== null)
+            item.forceActiveFocus(Qt.OtherFocusReason)
     }
 
     function handleKey(event) {
@@ -137,6 +149,14 @@ Item {
         case Qt.Key_Enter:
             operations.revealSelected()
             break
+        case Qt.Key_Menu:
+            openContextMenuForKeys()
+            break
+        case Qt.Key_F10:
+            if (!shift)
+                return
+            openContextMenuForKeys()
+            break
         case Qt.Key_Space:
             if (event.modifiers !== Qt.NoModifier || currentRow < 0)
                 return
@@ -156,6 +176,28 @@ Item {
         contextMenu.selection = RavelinthViewModel.selection.clickedSet(row)
         contextRow = row
         contextMenu.popup(at.x, at.y)
+    }
+
+    // The Menu key and Shift+F10: the menu of the focused row, opened on that row; with nothing
+    // current, on the first selected row.
+    function openContextMenuForKeys() {
+        let row = currentRow
+        if (row < 0 || row >= table.rows)
+            row = RavelinthViewModel.selection.count > 0 ? firstSelectedRow() : -1
+        if (row < 0)
+            return
+        table.positionViewAtRow(row, TableView.Contain)
+        const cell = table.itemAtCell(1, row)
+        const at = cell !== null ? cell.mapToItem(root, 24, root.rowHeight / 2) : Qt.point(24, 0)
+        openContextMenu(row, at)
+    }
+
+    function firstSelectedRow() {
+        for (let r = 0; r < table.rows; ++r) {
+            if (RavelinthViewModel.selection.isSelected(r))
+                return r
+        }
+        return -1
     }
 
     function revealClicked(row) {
@@ -193,6 +235,9 @@ Item {
         rowHeightProvider: () => root.rowHeight
         onWidthChanged: forceLayout()
         Keys.onPressed: event => root.handleKey(event)
+        Accessible.role: Accessible.Table
+        Accessible.name: "Files"
+        Accessible.description: RavelinthViewModel.fileList.count + " files"
 
         // Always shown when the rows overflow: with a million rows the bar is the map.
         ScrollBar.vertical: ScrollBar {
@@ -209,6 +254,7 @@ Item {
                     id: iconCell
                     required property string categoryIcon
                     required property color categoryColor
+                    Accessible.name: model.categoryName ?? ""
                     FileIconView {
                         anchors.centerIn: parent
                         categoryIcon: iconCell.categoryIcon
@@ -222,6 +268,24 @@ Item {
                     id: nameCell
                     required property string name
                     required property string folder
+                    objectName: "fileRow"
+                    // What a screen reader reads for the whole row, and where the keys' focus
+                    // lands: the name cell stands for its row.
+                    Accessible.role: Accessible.Row
+                    Accessible.name: [name, model.sizeText, model.categoryName,
+                                      TextFormat.relativeDate(model.modifiedMSecs),
+                                      model.isSafeToDelete ? "Safe" : "Review"].join(", ")
+                    Accessible.description: folder
+                    Accessible.focusable: true
+                    Accessible.focused: activeFocus
+                    // Focus given from outside (a screen reader's own navigation) makes the row
+                    // the one the keys move from.
+                    onActiveFocusChanged: {
+                        if (activeFocus && root.currentRow !== row) {
+                            root.currentRow = row
+                            root.anchorRow = row
+                        }
+                    }
                     FileNameCell {
                         x: 6
                         width: parent.width - 12
@@ -239,6 +303,7 @@ Item {
                 delegate: Cell {
                     id: sizeCell
                     required property string sizeText
+                    Accessible.name: sizeText
                     FileSizeCell {
                         x: 6
                         width: parent.width - 12
@@ -255,6 +320,7 @@ Item {
                     required property int category
                     required property string categoryName
                     required property color categoryColor
+                    Accessible.name: categoryName
                     CategoryBadge {
                         objectName: "categoryBadge"
                         x: 6
@@ -271,6 +337,7 @@ Item {
                 delegate: Cell {
                     id: modifiedCell
                     required property real modifiedMSecs
+                    Accessible.name: clock.tick >= 0 ? TextFormat.relativeDate(modifiedMSecs) : ""
                     Text {
                         objectName: "modifiedText"
                         x: 6
@@ -290,6 +357,7 @@ Item {
                 delegate: Cell {
                     id: statusCell
                     required property bool isSafeToDelete
+                    Accessible.name: isSafeToDelete ? "Safe" : "Review"
                     SafeToDeleteBadge {
                         objectName: "safeBadge"
                         x: 6
@@ -308,7 +376,7 @@ Item {
         objectName: "tableFocusRing"
         anchors.margins: 1
         radius: 2
-        shown: table.activeFocus && RavelinthViewModel.selection.count === 0
+        shown: root.hasFocus && RavelinthViewModel.selection.count === 0
     }
 
     component Cell: Rectangle {
@@ -319,10 +387,13 @@ Item {
         // own, which this table does not use; the model's "selected" role is read from here.
         required property var model
         readonly property bool isSelected: model.selected === true
-        readonly property bool highlighted: isSelected && table.activeFocus
+        readonly property bool highlighted: isSelected && root.hasFocus
 
         implicitHeight: root.rowHeight
-        color: isSelected ? (table.activeFocus ? Theme.accent : Theme.withOpacity(Theme.gray, 0.3))
+        Accessible.role: Accessible.Cell
+        Accessible.selectable: true
+        Accessible.selected: isSelected
+        color: isSelected ? (root.hasFocus ? Theme.accent : Theme.withOpacity(Theme.gray, 0.3))
                         : row % 2 === 1 ? Qt.rgba(0, 0, 0, 0.03) : Theme.textBackground
 
         // The outline of the row whose menu is open, drawn cell by cell.

@@ -103,7 +103,72 @@ ApplicationWindow {
         onActivated: RavelinthViewModel.operations.revealSelected()
     }
 
+    // F6 and Shift+F6 go round the window's regions (toolbar, sidebar, header, content), landing
+    // on each one's first control, as in other desktop programs.
+    Shortcut {
+        objectName: "nextRegionShortcut"
+        sequence: "F6"
+        onActivated: window.focusRegion(1)
+    }
+    Shortcut {
+        objectName: "previousRegionShortcut"
+        sequence: "Shift+F6"
+        onActivated: window.focusRegion(-1)
+    }
+    function focusRegion(step) {
+        const regions = [toolbar].concat(Array.from(content.regions))
+        const inside = (item, region) => {
+            for (let it = item; it !== null; it = it.parent) {
+                if (it === region)
+                    return true
+            }
+            return false
+        }
+        let current = -1
+        for (let i = 0; i < regions.length; ++i) {
+            if (activeFocusItem !== null && inside(activeFocusItem, regions[i]))
+                current = i
+        }
+        for (let n = 1; n <= regions.length; ++n) {
+            const region = regions[(current + step * n + regions.length * n) % regions.length]
+            if (!region.visible)
+                continue
+            const first = region.nextItemInFocusChain(true)
+            if (first !== null && inside(first, region)) {
+                first.forceActiveFocus(Qt.TabFocusReason)
+                return
+            }
+        }
+    }
+
+    // What a screen reader hears without moving: the end of a scan and, after it, each change of
+    // the filtered count. Its accessible name is the message; it draws nothing.
+    Item {
+        id: scanStatus
+        objectName: "scanStatus"
+        parent: window.contentItem
+        width: 1
+        height: 1
+        Accessible.role: Accessible.StatusBar
+        Accessible.name: {
+            const phase = RavelinthViewModel.scan.state.phase
+            if (phase === ScanPhase.Scanning)
+                return "Scanning"
+            if (phase !== ScanPhase.Completed)
+                return ""
+            const list = RavelinthViewModel.fileList
+            const size = TextFormat.byteCount(list.totalScannedSize, TextFormat.binaryUnits)
+            if (list.count !== list.fileCount)
+                return "Showing " + list.count + " of " + list.fileCount + " files • " + size
+            return "Scan complete: " + list.count + (list.count === 1 ? " file • " : " files • ") + size
+        }
+    }
+
     menuBar: MenuBar {
+        // The "&" marks the mnemonic; a screen reader reads the title without it.
+        delegate: MenuBarItem {
+            Accessible.name: text.replace("&", "")
+        }
         Menu {
             title: "&File"
             delegate: CommandMenuItem {}
@@ -327,6 +392,8 @@ ApplicationWindow {
             anchors.verticalCenter: parent.verticalCenter
             text: "Sidebar"
             symbol: "sidebar.left"
+            Accessible.checkable: true
+            Accessible.checked: content.sidebarVisible
             tint: content.sidebarVisible ? Theme.accent : Theme.primaryText
             ToolTip.visible: hovered
             ToolTip.delay: 600

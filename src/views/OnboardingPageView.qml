@@ -31,6 +31,8 @@ Item {
             }
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "title"
             Layout.fillWidth: true
             horizontalAlignment: Text.AlignHCenter
@@ -41,6 +43,8 @@ Item {
             wrapMode: Text.WordWrap
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "subtitle"
             Layout.fillWidth: true
             horizontalAlignment: Text.AlignHCenter
@@ -50,6 +54,8 @@ Item {
             color: Theme.secondaryText
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "description"
             Layout.fillWidth: true
             horizontalAlignment: Text.AlignHCenter
@@ -86,6 +92,8 @@ Item {
                             color: root.page.iconColor
                         }
                         Text {
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
                             anchors.verticalCenter: parent.verticalCenter
                             text: modelData.text
                             font.pixelSize: Theme.bodySize

@@ -8,6 +8,9 @@ import QtQuick.Layouts
 // setting isPresented to false asks the presenter to close the sheet.
 Item {
     id: root
+    // The tour's sheet, to a screen reader a dialog named by what it is.
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Tutorial"
     property bool isPresented: true
     property int currentPage: 0
     readonly property int lastPage: pages.length - 1
@@ -73,6 +76,10 @@ Item {
         color: Theme.textBackground
     }
 
+    function focusFirstButton() {
+        (backButton.visible ? backButton : nextButton).forceActiveFocus(Qt.PopupFocusReason)
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -80,6 +87,8 @@ Item {
         SwipeView {
             id: pageView
             objectName: "pageView"
+            Accessible.role: Accessible.Grouping
+            Accessible.name: "Page " + (root.currentPage + 1) + " of " + root.pages.length
             Layout.fillWidth: true
             Layout.fillHeight: true
             interactive: false
@@ -99,6 +108,8 @@ Item {
             Layout.alignment: Qt.AlignHCenter
             count: root.pages.length
             currentIndex: root.currentPage
+            Accessible.role: Accessible.Indicator
+            Accessible.name: "Page " + (root.currentPage + 1) + " of " + root.pages.length
         }
 
         RowLayout {

@@ -6,6 +6,8 @@ import QtQuick.Layouts
 // How much space the files marked safe to delete would give back.
 AccentGlassCard {
     id: root
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Potential Savings"
     property real savings: RavelinthViewModel.fileList.potentialSavings
     property int fileCount: RavelinthViewModel.fileList.potentialSavingsFileCount
     readonly property string detailText: TextFormat.byteCount(savings, TextFormat.binaryUnits) + " in " + fileCount
@@ -23,12 +25,16 @@ AccentGlassCard {
             spacing: 4
             Layout.alignment: Qt.AlignVCenter
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 text: "Potential Savings"
                 font.pixelSize: Theme.headlineSize
                 font.bold: true
                 color: Theme.primaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 objectName: "detail"
                 text: root.detailText
                 font.pixelSize: Theme.subheadlineSize

@@ -59,6 +59,8 @@ Popup {
             sourceSize.height: 1200
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "previewName"
             Layout.fillWidth: true
             text: root.details.name ?? ""
@@ -85,6 +87,8 @@ Popup {
                     Layout.fillWidth: true
                     spacing: 12
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         Layout.preferredWidth: 72
                         text: detailRow.modelData.label
                         font.pixelSize: Theme.bodySize
@@ -92,6 +96,8 @@ Popup {
                         horizontalAlignment: Text.AlignRight
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         Layout.fillWidth: true
                         text: detailRow.modelData.value
                         font.pixelSize: Theme.bodySize

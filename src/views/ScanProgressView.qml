@@ -57,6 +57,8 @@ Rectangle {
         RowLayout {
             spacing: 6
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 objectName: "statusMessage"
                 text: root.statusMessage
                 font.pixelSize: 12
@@ -74,6 +76,8 @@ Rectangle {
                 color: Theme.accent
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 objectName: "currentFileName"
                 text: root.currentFileName
                 font.family: Theme.monospaceFamily

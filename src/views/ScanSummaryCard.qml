@@ -6,6 +6,8 @@ import QtQuick.Layouts
 // What the last scan found: how many files, their total size and how much may safely go.
 GlassCard {
     id: root
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "Scan Summary"
     readonly property string durationText:
         RavelinthViewModel.scan.state.phase === ScanPhase.Completed
         ? "Completed in " + TextFormat.oneDecimal(RavelinthViewModel.scan.state.duration) + "s" : ""
@@ -21,6 +23,8 @@ GlassCard {
                 color: Theme.primaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 text: "Scan Summary"
                 font.pixelSize: Theme.headlineSize
                 font.bold: true
@@ -30,6 +34,8 @@ GlassCard {
                 Layout.fillWidth: true
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 objectName: "completedIn"
                 text: root.durationText
                 visible: text !== ""

@@ -81,7 +81,9 @@ Rectangle {
                 focus: true
                 placeholderText: "Enter path to scan..."
                 text: RavelinthViewModel.scan.path
-                onTextEdited: RavelinthViewModel.scan.path = text
+                // Any change, typed or set by an assistive tool, is the folder to scan.
+                onTextChanged: if (text !== RavelinthViewModel.scan.path) RavelinthViewModel.scan.path = text
+                onAccepted: if (!root.isScanning) RavelinthViewModel.scan.start()
                 font.pixelSize: 14
                 padding: 10
                 selectByMouse: true
@@ -98,6 +100,8 @@ Rectangle {
             }
             AbstractButton {
                 id: browseButton
+                // A screen reader's Press is the click; a bare button does not answer it.
+                Accessible.onPressAction: browseButton.clicked()
                 objectName: "browseButton"
                 text: "Browse"
                 hoverEnabled: true
@@ -116,6 +120,8 @@ Rectangle {
                         anchors.verticalCenter: parent.verticalCenter
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         text: "Browse"
                         font.pixelSize: 13
                         font.weight: Font.Medium
@@ -148,6 +154,8 @@ Rectangle {
             RowLayout {
                 spacing: 8
                 Text {
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     text: "Min Size"
                     font.pixelSize: 13
                     color: Theme.secondaryText
@@ -180,12 +188,16 @@ Rectangle {
                     Accessible.name: "Minimum size in megabytes"
                 }
                 Text {
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     text: "MB"
                     font.pixelSize: 12
                     color: Theme.secondaryText
                 }
                 AbstractButton {
                     id: thresholdButton
+                    // A screen reader's Press is the click; a bare button does not answer it.
+                    Accessible.onPressAction: thresholdButton.clicked()
                     objectName: "thresholdButton"
                     implicitWidth: 28
                     implicitHeight: 24
@@ -214,6 +226,8 @@ Rectangle {
                                 id: choice
                                 required property var modelData
                                 text: modelData.title
+                                checkable: true
+                                checked: RavelinthViewModel.scan.minFileSizeMB === choice.modelData.value
                                 onTriggered: {
                                     RavelinthViewModel.scan.minFileSizeMB = choice.modelData.value
                                     minSizeField.text = root.formatMegabytes(choice.modelData.value)
@@ -250,6 +264,8 @@ Rectangle {
                         anchors.verticalCenter: parent.verticalCenter
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         text: hiddenFilesBox.text
                         font: hiddenFilesBox.font
                         color: Theme.primaryText

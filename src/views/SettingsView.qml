@@ -52,6 +52,19 @@ Item {
         onActivated: root.currentTab = (root.currentTab + root.tabCount - 1) % root.tabCount
     }
 
+    // The tab the keys opened takes the focus with it, so the reader names where it is.
+    function selectTab(index) {
+        currentTab = index
+        const tab = [generalTab, shortcutsTab, aboutTab][index]
+        if (tab)
+            tab.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    // The window opens with its first control focused: the tab that is showing.
+    function focusFirstControl() {
+        [generalTab, shortcutsTab, aboutTab][currentTab].forceActiveFocus(Qt.TabFocusReason)
+    }
+
     component PaneTab: Item {
         id: tab
         property string title
@@ -64,6 +77,9 @@ Item {
         Keys.onSpacePressed: root.currentTab = tab.index
         Keys.onReturnPressed: root.currentTab = tab.index
         Keys.onEnterPressed: root.currentTab = tab.index
+        // The arrows go along the tabs and open the one they reach, as tab bars do.
+        Keys.onLeftPressed: root.selectTab((root.currentTab + root.tabCount - 1) % root.tabCount)
+        Keys.onRightPressed: root.selectTab((root.currentTab + 1) % root.tabCount)
         Rectangle {
             anchors.fill: parent
             radius: 6
@@ -83,6 +99,8 @@ Item {
                 color: tab.selected ? Theme.accent : Theme.secondaryText
             }
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: tab.title
                 font.pixelSize: 11
@@ -98,6 +116,8 @@ Item {
         Accessible.role: Accessible.PageTab
         Accessible.name: title
         Accessible.selected: tab.selected
+        Accessible.selectable: true
+        Accessible.focusable: true
         Accessible.onPressAction: root.currentTab = tab.index
     }
 
@@ -119,6 +139,8 @@ Item {
     }
 
     component SectionTitle: Text {
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
         font.pixelSize: Theme.subheadlineSize
         font.weight: Font.DemiBold
         color: Theme.secondaryText
@@ -135,18 +157,21 @@ Item {
             Layout.bottomMargin: 6
             spacing: 4
             PaneTab {
+                id: generalTab
                 objectName: "generalTab"
                 title: "General"
                 icon: "gearshape"
                 index: 0
             }
             PaneTab {
+                id: shortcutsTab
                 objectName: "shortcutsTab"
                 title: "Shortcuts"
                 icon: "keyboard"
                 index: 1
             }
             PaneTab {
+                id: aboutTab
                 objectName: "aboutTab"
                 title: "About"
                 icon: "info.circle"
@@ -189,6 +214,7 @@ Item {
                             model: root.sizeChoices.map(choice => choice.label)
                             currentIndex: root.sizeIndex(root.preferences.defaultMinSizeMB)
                             displayText: currentIndex >= 0 ? currentText : ""
+                            Accessible.name: "Default minimum file size"
                             FocusRing {
                                 shown: sizePicker.visualFocus
                                 radius: 4
@@ -243,6 +269,8 @@ Item {
                     anchors.topMargin: 10
                     spacing: 4
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         text: "Keyboard Shortcuts"
                         font.pixelSize: Theme.headlineSize
                         font.bold: true
@@ -301,6 +329,8 @@ Item {
                         }
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         anchors.horizontalCenter: parent.horizontalCenter
                         topPadding: 4
                         text: "Ravelinth"
@@ -309,12 +339,16 @@ Item {
                         color: Theme.primaryText
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: "Version 1.0"
                         font.pixelSize: Theme.captionSize
                         color: Theme.secondaryText
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         width: parent.width
                         text: AppContext.words("A powerful disk space analyzer for macOS. Find and clean up large files, installers, and archives to free up storage space.")
                         horizontalAlignment: Text.AlignHCenter
@@ -323,12 +357,16 @@ Item {
                         color: Theme.secondaryText
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: "Built with Qt Quick and the Material Icons font"
                         font.pixelSize: Theme.captionSize
                         color: Theme.secondaryText
                     }
                     Text {
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: "© 2026 Ravelinth"
                         font.pixelSize: Theme.captionSize

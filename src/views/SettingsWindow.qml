@@ -40,5 +40,6 @@ ApplicationWindow {
         anchors.fill: parent
         active: root.visible
         source: "SettingsView.qml"
+        onLoaded: item.focusFirstControl()
     }
 }

@@ -10,6 +10,8 @@ RowLayout {
     property string action
 
     Text {
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
         text: root.action
         font.pixelSize: 13
         color: Theme.primaryText
@@ -23,6 +25,8 @@ RowLayout {
         radius: 4
         color: Theme.withOpacity(Theme.gray, 0.15)
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             id: keysText
             anchors.centerIn: parent
             text: root.keys

@@ -50,6 +50,8 @@ Rectangle {
             color: Theme.secondaryText
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             anchors.verticalCenter: parent.verticalCenter
             text: sectionHeader.title
             font.pixelSize: Theme.captionSize

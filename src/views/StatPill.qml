@@ -24,6 +24,8 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             objectName: "statPillValue"
             text: root.value
             font.pixelSize: 11

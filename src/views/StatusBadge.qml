@@ -40,6 +40,8 @@ Item {
             radius: 6
             color: Theme.withOpacity(root.color, 0.15)
             Text {
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
                 id: label
                 objectName: "badgeText"
                 anchors.centerIn: parent

@@ -26,6 +26,8 @@ Rectangle {
             color: root.tint
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             anchors.horizontalCenter: parent.horizontalCenter
             text: root.value
             font.pixelSize: 18
@@ -33,6 +35,8 @@ Rectangle {
             color: Theme.primaryText
         }
         Text {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             anchors.horizontalCenter: parent.horizontalCenter
             text: root.title
             font.pixelSize: Theme.captionSize

@@ -127,6 +127,8 @@ Dialog {
                 Layout.fillWidth: true
                 spacing: 4
                 Text {
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     objectName: "trashConfirmationTitle"
                     Layout.fillWidth: true
                     text: root.title
@@ -136,6 +138,8 @@ Dialog {
                     color: Theme.primaryText
                 }
                 Text {
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     objectName: "trashConfirmationSize"
                     Layout.fillWidth: true
                     text: TextFormat.byteCount(root.operations.pendingSize, TextFormat.binaryUnits) + " in total. "
@@ -175,6 +179,8 @@ Dialog {
                             anchors.verticalCenter: parent.verticalCenter
                         }
                         Text {
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
                             width: nameRow.width - 20
                             text: nameRow.modelData
                             elide: Text.ElideMiddle
@@ -184,6 +190,8 @@ Dialog {
                     }
                 }
                 Text {
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     objectName: "trashConfirmationMore"
                     visible: root.moreCount > 0
                     leftPadding: 20

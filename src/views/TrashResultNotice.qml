@@ -116,6 +116,8 @@ FocusScope {
                 }
                 AbstractButton {
                     id: closeButton
+                    // A screen reader's Press is the click; a bare button does not answer it.
+                    Accessible.onPressAction: closeButton.clicked()
                     objectName: "trashResultClose"
                     implicitWidth: 24
                     implicitHeight: 24

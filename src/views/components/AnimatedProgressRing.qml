@@ -12,6 +12,12 @@ Item {
     property var gradientColors: defaultColors(progress)
     property bool showPercentage: true
     property string caption: "used"
+    // A progress bar to a screen reader, read as its caption says: "69% used".
+    readonly property real value: progress
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 100
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: Math.round(progress) + "% " + caption
 
     property real animatedProgress: 0
 

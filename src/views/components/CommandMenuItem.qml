@@ -16,6 +16,8 @@ MenuItem {
             return action.shortcutHint
         return action.shortcut ? String(action.shortcut) : ""
     }
+    Accessible.name: text.replace("&", "")
+    Accessible.description: shortcutText
     implicitWidth: Math.max(220, implicitContentWidth + leftPadding + rightPadding)
 
     contentItem: RowLayout {

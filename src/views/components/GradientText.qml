@@ -15,6 +15,8 @@ Item {
     property color startColor: Theme.accentGradientStart
     property color endColor: Theme.accentGradientEnd
 
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
     implicitWidth: Math.ceil(metrics.advanceWidth(text)) + 2
     implicitHeight: Math.ceil(metrics.height)
 

@@ -6,6 +6,8 @@ import Ravelinth
 Canvas {
     id: root
     property real progress: 0 // percent
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: Math.round(progress) + "% used"
     property color color: Theme.accent
     property real size: 24
 

@@ -16,7 +16,10 @@ AbstractButton {
     focusPolicy: Qt.TabFocus
     // Faded as a whole, icon and label alike, so a button with nothing to act on reads as off.
     opacity: enabled ? 1.0 : 0.35
+    Accessible.role: Accessible.Button
     Accessible.name: text
+    // A screen reader's Press is the click.
+    Accessible.onPressAction: if (enabled) clicked()
 
     contentItem: Item {
         Row {

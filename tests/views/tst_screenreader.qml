@@ -1,0 +1,227 @@
+import QtQuick
+import QtQuick.Controls
+import QtTest
+import Ravelinth
+import RavelinthTest
+
+// What a screen reader user depends on, checked in the window itself: the table's rows carry
+// their reading and take the focus on every key move, the Menu key and Shift+F10 open the row's
+// menu, Enter in the path field scans, F6 goes round the regions, the scan's end is announced,
+// and the error alert takes the keyboard on its button.
+WindowTestCase {
+    id: testCase
+    name: "ScreenReader"
+
+    readonly property int mib: 1048576
+
+    function scanSmallTree(window) {
+        vm.scan.minFileSizeMB = 1
+        const field = scannerPart(window, "pathField")
+        field.forceActiveFocus()
+        field.selectAll()
+        keyClick(Qt.Key_Delete)
+        const path = TestFiles.sparseTree({ "report.pdf": 300 * mib, "clip.mov": 200 * mib })
+        for (const ch of path)
+            keyClick(ch)
+        compare(vm.scan.path, path)
+        keyClick(Qt.Key_Return)
+        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 10000)
+        const table = findChild(window.contentItem, "fileTable")
+        tryVerify(() => table.itemAtCell(1, 1) !== null)
+        return table
+    }
+
+    function test_enterInThePathFieldScansAndTheEndIsAnnounced() {
+        const window = openWindow()
+        const status = findChild(window.contentItem, "scanStatus")
+        compare(status.Accessible.role, Accessible.StatusBar)
+        scanSmallTree(window)
+        compare(vm.fileList.count, 2)
+        tryVerify(() => status.Accessible.name.startsWith("Scan complete: 2 files • "),
+                  1000, status.Accessible.name)
+        // A filter's new count is heard the same way.
+        vm.fileList.searchText = "report"
+        tryVerify(() => status.Accessible.name.startsWith("Showing 1 of 2 files • "),
+                  1000, status.Accessible.name)
+        vm.fileList.searchText = ""
+        tryVerify(() => status.Accessible.name.startsWith("Scan complete: 2 files • "),
+                  1000, status.Accessible.name)
+        const count = findChild(window.contentItem, "countText")
+        compare(count.Accessible.role, Accessible.StaticText)
+        verify(count.Accessible.name.startsWith("2 files • "), count.Accessible.name)
+    }
+
+    function test_rowsReadWholeAndTakeTheFocusOnKeys() {
+        const window = openWindow()
+        const table = scanSmallTree(window)
+        compare(table.Accessible.role, Accessible.Table)
+        const first = table.itemAtCell(1, 0)
+        compare(first.Accessible.role, Accessible.Row)
+        // Name, size, category, modified, status: what the row's cells read, in their order.
+        const cells = [2, 3, 4, 5].map(column => table.itemAtCell(column, 0).Accessible.name)
+        compare(first.Accessible.name, ["report.pdf"].concat(cells).join(", "))
+        verify(first.Accessible.name.endsWith(", Review") || first.Accessible.name.endsWith(", Safe"),
+               first.Accessible.name)
+        compare(table.itemAtCell(2, 0).Accessible.role, Accessible.Cell)
+
+        mouseClick(first)
+        keyClick(Qt.Key_Down)
+        compare(window.activeFocusItem, table.itemAtCell(1, 1))
+        verify(table.itemAtCell(1, 1).Accessible.selected)
+        verify(!first.Accessible.selected)
+        // Selected rows keep their selected look while the row, not the table, has the focus.
+        compare(table.itemAtCell(2, 1).color, Theme.accent)
+        keyClick(Qt.Key_Up)
+        compare(window.activeFocusItem, first)
+        compare(vm.selection.count, 1)
+
+        const header = findChild(window.contentItem, "header2")
+        compare(header.Accessible.role, Accessible.Button)
+        compare(header.Accessible.name.split(",")[0], "Size")
+    }
+
+    function test_menuKeyAndShiftF10OpenTheRowMenu() {
+        const window = openWindow()
+        const table = scanSmallTree(window)
+        const menu = findChild(table.parent, "fileContextMenu")
+        mouseClick(table.itemAtCell(1, 0))
+        keyClick(Qt.Key_Down)
+        keyClick(Qt.Key_Menu)
+        tryVerify(() => menu.opened)
+        compare(menu.file, vm.fileList.fileIdAt(1))
+        // Opened on the focused row, not where the pointer last was.
+        const row = table.itemAtCell(1, 1).mapToItem(null, 0, 0)
+        const at = menu.contentItem.mapToItem(null, 0, 0)
+        verify(Math.abs(at.y - row.y) < 60, at.y + " vs " + row.y)
+        keyClick(Qt.Key_Escape)
+        tryVerify(() => !menu.visible)
+        keyClick(Qt.Key_F10, Qt.ShiftModifier)
+        tryVerify(() => menu.opened)
+        keyClick(Qt.Key_Escape)
+        tryVerify(() => !menu.visible)
+    }
+
+    function test_f6GoesRoundTheRegions() {
+        const window = openWindow()
+        const field = scannerPart(window, "pathField")
+        field.forceActiveFocus()
+        const inside = (item, name) => {
+            for (let it = item; it; it = it.parent) {
+                if (it.objectName === name)
+                    return true
+            }
+            return false
+        }
+        keyClick(Qt.Key_F6)
+        verify(inside(window.activeFocusItem, "toolbar"), String(window.activeFocusItem))
+        keyClick(Qt.Key_F6)
+        verify(inside(window.activeFocusItem, "sidebar"), String(window.activeFocusItem))
+        keyClick(Qt.Key_F6)
+        verify(String(window.activeFocusItem.objectName).startsWith("tab_"),
+               window.activeFocusItem.objectName)
+        keyClick(Qt.Key_F6)
+        verify(inside(window.activeFocusItem, "scannerView"), String(window.activeFocusItem))
+        keyClick(Qt.Key_F6, Qt.ShiftModifier)
+        verify(String(window.activeFocusItem.objectName).startsWith("tab_"),
+               window.activeFocusItem.objectName)
+    }
+
+    function test_errorAlertTakesTheKeyboardOnItsButton() {
+        const window = openWindow()
+        const alert = findChild(window.contentItem, "errorAlert")
+        const field = scannerPart(window, "pathField")
+        field.forceActiveFocus()
+        vm.errorMessage = "Something went wrong"
+        tryVerify(() => alert.opened)
+        const ok = findChild(alert.footer, "errorButtons").standardButton(Dialog.Ok)
+        tryVerify(() => ok.activeFocus)
+        keyClick(Qt.Key_Return)
+        tryVerify(() => !alert.visible)
+        // And gives it back where it was.
+        tryVerify(() => field.activeFocus, 1000, String(window.activeFocusItem))
+    }
+
+    function test_tourTakesTheKeyboardAndGivesItBack() {
+        const window = openWindow()
+        const field = scannerPart(window, "pathField")
+        field.forceActiveFocus()
+        const sheet = findChild(window.contentItem, "onboardingSheet")
+        content(window).showOnboarding = true
+        tryVerify(() => sheet.opened)
+        const next = findChild(sheet.contentItem, "nextButton")
+        tryVerify(() => next.activeFocus, 1000, String(window.activeFocusItem))
+        keyClick(Qt.Key_Escape)
+        tryVerify(() => !sheet.visible)
+        tryVerify(() => field.activeFocus, 1000, String(window.activeFocusItem))
+    }
+
+    function test_controlsAreNamedAndStatesTrue() {
+        const window = openWindow()
+        compare(findChild(window.contentItem, "searchField").Accessible.name, "Search files")
+        const sidebar = findChild(window.contentItem, "toolbarSidebarButton")
+                        || findChild(window.header, "toolbarSidebarButton")
+        verify(sidebar.Accessible.checked)
+        const all = findChild(window.contentItem, "allFilesRow")
+        verify(all.Accessible.checked)
+        const quick = findChild(window.contentItem, "quickScan_Home")
+        if (quick)
+            compare(quick.Accessible.name, "Scan Home")
+    }
+
+    Component {
+        id: settingsComponent
+        SettingsWindow {}
+    }
+
+    function test_settingsOpensOnItsTabAndTheArrowsSwitchTabs() {
+        const window = createTemporaryObject(settingsComponent, null)
+        window.show()
+        window.requestActivate()
+        tryVerify(() => window.active, 5000)
+        const loader = findChild(window.contentItem, "settingsLoader")
+        tryVerify(() => loader.item !== null)
+        const settings = loader.item
+        const general = findChild(settings, "generalTab")
+        const shortcuts = findChild(settings, "shortcutsTab")
+        tryVerify(() => general.activeFocus)
+        verify(general.Accessible.selected && !shortcuts.Accessible.selected)
+        keyClick(Qt.Key_Right)
+        compare(settings.currentTab, 1)
+        verify(shortcuts.activeFocus)
+        verify(shortcuts.Accessible.selected && !general.Accessible.selected)
+        keyClick(Qt.Key_Left)
+        compare(settings.currentTab, 0)
+        verify(general.activeFocus)
+        compare(findChild(settings, "sizePicker").Accessible.name, "Default minimum file size")
+        window.close()
+    }
+
+    // Tab goes through the regions in the order they read: toolbar, sidebar, header, content.
+    function test_tabFollowsTheVisualOrder() {
+        const window = openWindow()
+        const order = ["toolbar", "sidebar", "header", "content"]
+        const regionOf = item => {
+            for (let it = item; it; it = it.parent) {
+                if (it.objectName === "toolbar" || it.objectName === "sidebar")
+                    return it.objectName
+                if (String(it.objectName).startsWith("tab_") || it.objectName === "helpButton")
+                    return "header"
+                if (it.objectName === "scannerView" || it.objectName === "fileList"
+                        || it.objectName === "dashboard")
+                    return "content"
+            }
+            return "elsewhere"
+        }
+        findChild(window.header, "toolbarScanButton").forceActiveFocus(Qt.TabFocusReason)
+        const regions = []
+        for (let i = 0; i < 60; ++i) {
+            const region = regionOf(window.activeFocusItem)
+            if (regions.length === 0 || regions[regions.length - 1] !== region)
+                regions.push(region)
+            keyClick(Qt.Key_Tab)
+            if (window.activeFocusItem === findChild(window.header, "toolbarScanButton"))
+                break
+        }
+        compare(regions.join(" > "), order.join(" > "))
+    }
+}

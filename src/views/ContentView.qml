@@ -201,11 +201,19 @@ Item {
     // Over the bottom of the list it speaks about, where it covers the least; it never blocks
     // the window.
     TrashResultNotice {
+        id: trashResultNotice
         objectName: "trashResultNotice"
         width: Math.min(560, detailColumn.width - 32)
         x: detailColumn.x + Math.round((detailColumn.width - width) / 2)
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 16
+    }
+    UndoNotice {
+        objectName: "undoNotice"
+        width: Math.min(560, detailColumn.width - 32)
+        x: detailColumn.x + Math.round((detailColumn.width - width) / 2)
+        anchors.bottom: trashResultNotice.visible ? trashResultNotice.top : parent.bottom
+        anchors.bottomMargin: trashResultNotice.visible ? 8 : 16
     }
 
     TrashConfirmationSheet {

@@ -216,6 +216,19 @@ ApplicationWindow {
             title: "&Edit"
             delegate: CommandMenuItem {}
             readonly property Item field: window.editedField
+            // Puts back the last move to the Trash, also one from before a restart. Ctrl+Z in a
+            // text field stays the field's own undo.
+            Action {
+                objectName: "undoMoveAction"
+                text: "Undo Move to Trash"
+                shortcut: "Ctrl+Z"
+                enabled: RavelinthViewModel.undo.canUndo && !RavelinthViewModel.undo.isUndoing
+                onTriggered: {
+                    window.post("undoMoveToTrash")
+                    RavelinthViewModel.undo.undo()
+                }
+            }
+            MenuSeparator {}
             Action {
                 objectName: "cutAction"
                 property string shortcutHint: "Ctrl+X"

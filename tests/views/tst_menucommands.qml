@@ -171,6 +171,32 @@ WindowTestCase {
         verify(!action("cutAction").enabled)
     }
 
+    // A move is announced with a way back; Undo and Ctrl+Z put the files back into the list.
+    function test_aMoveCanBeUndone() {
+        const window = openWindow()
+        vm.preferences.confirmBeforeDelete = false
+        scanTree(window)
+        const notice = findChild(content(window), "undoNotice")
+        verify(!notice.visible)
+        vm.selection.selectAll()
+        keyClick(Qt.Key_Backspace, Qt.ControlModifier)
+        tryCompare(vm.fileList, "count", 0)
+        tryVerify(() => notice.visible)
+        compare(findChild(notice, "undoNoticeText").text, "Moved 3 files (62.9 MB) to the Trash")
+        mouseClick(findChild(notice, "undoNoticeButton"))
+        tryCompare(vm.fileList, "count", 3, 10000)
+        verify(!notice.visible)
+
+        vm.selection.selectAll()
+        keyClick(Qt.Key_Backspace, Qt.ControlModifier)
+        tryCompare(vm.fileList, "count", 0)
+        findChild(window.contentItem, "fileTable").forceActiveFocus()
+        posted.clear()
+        keyClick(Qt.Key_Z, Qt.ControlModifier)
+        expectPosted("undoMoveToTrash")
+        tryCompare(vm.fileList, "count", 3, 10000)
+    }
+
     SignalSpy {
         id: diskSpy
         target: RavelinthViewModel.disk

@@ -65,7 +65,8 @@ WindowTestCase {
         compare(entries(bar.menuAt(0)),
                 ["New Scan Ctrl+N", "Browse Folder... Ctrl+O", "Export List...", "Settings... Ctrl+,",
                  "Quit Ctrl+Q"])
-        compare(entries(bar.menuAt(1)), ["Cut Ctrl+X", "Copy Ctrl+C", "Paste Ctrl+V", "Select All Ctrl+A"])
+        compare(entries(bar.menuAt(1)), ["Undo Move to Trash Ctrl+Z", "Cut Ctrl+X", "Copy Ctrl+C",
+                                         "Paste Ctrl+V", "Select All Ctrl+A"])
         compare(entries(bar.menuAt(2)), ["Start Scan Ctrl+Return", "Stop Scan Ctrl+.", "Quick Scan"])
         compare(entries(bar.menuAt(3)),
                 ["Show Dashboard Ctrl+1", "Show Scanner Ctrl+2", "Refresh Disk Info Ctrl+R",

@@ -64,4 +64,10 @@ void JsonWriter::rawValue(const QByteArray &json) {
     m_needsComma = true;
 }
 
+void JsonWriter::pathField(const char *name, const char *rawName, const QByteArray &path) {
+    field(name, QString::fromUtf8(path));
+    if (!isValidUtf8(path))
+        field(rawName, QString::fromLatin1(percentEncodeRawPath(path)));
+}
+
 } // namespace ravelinth::cli

@@ -31,6 +31,9 @@ public:
         key(name);
         value(v);
     }
+    // A path as text under `name`; one that is not UTF-8 also under `rawName`, percent-encoded,
+    // so that its exact bytes survive.
+    void pathField(const char *name, const char *rawName, const QByteArray &path);
 
 private:
     void open(char bracket);

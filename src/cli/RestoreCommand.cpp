@@ -26,20 +26,13 @@ constexpr const char *restoreUsage =
     "\n"
     "Exits with 1 when any item could not be restored, or when there is nothing to undo.\n";
 
-void writePathFields(JsonWriter &json, const char *name, const char *rawName,
-                     const QByteArray &path) {
-    json.field(name, QString::fromUtf8(path));
-    if (!isValidUtf8(path))
-        json.field(rawName, QString::fromLatin1(percentEncodeRawPath(path)));
-}
-
 void report(JsonWriter *json, const RestoreResult &result) {
     if (json) {
         json->beginObject();
-        writePathFields(*json, "path", "rawPath", result.path);
+        json->pathField("path", "rawPath", result.path);
         json->field("success", result.restored);
         if (!result.trashPath.isEmpty())
-            writePathFields(*json, "trashPath", "rawTrashPath", result.trashPath);
+            json->pathField("trashPath", "rawTrashPath", result.trashPath);
         if (!result.restored)
             json->field("error", result.error);
         json->endObject();

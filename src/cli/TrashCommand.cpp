@@ -26,13 +26,6 @@ constexpr const char *trashUsage =
 
 constexpr int exitInterrupted = 130;
 
-void writePathFields(JsonWriter &json, const char *name, const char *rawName,
-                     const QByteArray &path) {
-    json.field(name, QString::fromUtf8(path));
-    if (!isValidUtf8(path))
-        json.field(rawName, QString::fromLatin1(percentEncodeRawPath(path)));
-}
-
 } // namespace
 
 int runTrashCommand(const QList<QByteArray> &arguments) {
@@ -80,13 +73,12 @@ int runTrashCommand(const QList<QByteArray> &arguments) {
         anyFailed = anyFailed || failure;
         if (json) {
             writer.beginObject();
-            writePathFields(writer, "path", "rawPath",
-                            success ? success->movedPath : failure->path);
+            writer.pathField("path", "rawPath", success ? success->movedPath : failure->path);
             if (success && success->movedPath != success->originalPath)
-                writePathFields(writer, "argument", "rawArgument", success->originalPath);
+                writer.pathField("argument", "rawArgument", success->originalPath);
             writer.field("success", success != nullptr);
             if (success && success->trashPath)
-                writePathFields(writer, "trashPath", "rawTrashPath", *success->trashPath);
+                writer.pathField("trashPath", "rawTrashPath", *success->trashPath);
             if (failure)
                 writer.field("error", failure->error);
             writer.endObject();

@@ -65,43 +65,4 @@ QByteArray percentEncodeRawPath(QByteArrayView path) {
     return out;
 }
 
-// Unicode's well-formed sequences (its table 3-7), the same the UTF-8 decoder accepts: no
-// overlong forms, no surrogates, nothing past U+10FFFF. Done by hand because every exported row
-// asks, and decoding into a string to find out costs an allocation per path.
-bool isValidUtf8(QByteArrayView bytes) {
-    const auto *at = reinterpret_cast<const unsigned char *>(bytes.data());
-    const auto *const end = at + bytes.size();
-    while (at != end) {
-        const unsigned char lead = *at;
-        if (lead < 0x80) {
-            ++at;
-            continue;
-        }
-        qsizetype length = 0;
-        unsigned char low = 0x80;
-        unsigned char high = 0xBF;
-        if (lead >= 0xC2 && lead <= 0xDF) {
-            length = 2;
-        } else if (lead >= 0xE0 && lead <= 0xEF) {
-            length = 3;
-            low = lead == 0xE0 ? 0xA0 : 0x80;
-            high = lead == 0xED ? 0x9F : 0xBF;
-        } else if (lead >= 0xF0 && lead <= 0xF4) {
-            length = 4;
-            low = lead == 0xF0 ? 0x90 : 0x80;
-            high = lead == 0xF4 ? 0x8F : 0xBF;
-        } else {
-            return false;
-        }
-        if (end - at < length || at[1] < low || at[1] > high)
-            return false;
-        for (qsizetype i = 2; i < length; ++i) {
-            if ((at[i] & 0xC0) != 0x80)
-                return false;
-        }
-        at += length;
-    }
-    return true;
-}
-
 } // namespace ravelinth

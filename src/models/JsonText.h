@@ -1,5 +1,7 @@
 #pragma once
 
+#include "models/Utf8.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
@@ -13,7 +15,5 @@ QByteArray jsonString(const QString &text);
 
 // Bytes outside printable ASCII, and "%", as %XX: a lossless text form of a path that is not UTF-8.
 QByteArray percentEncodeRawPath(QByteArrayView path);
-
-bool isValidUtf8(QByteArrayView bytes);
 
 } // namespace ravelinth

@@ -250,8 +250,9 @@ Item {
         delegate: DelegateChooser {
             DelegateChoice {
                 column: 0
-                delegate: Cell {
+                delegate: FileTableCell {
                     id: iconCell
+                    table: root
                     required property string categoryIcon
                     required property color categoryColor
                     Accessible.name: model.categoryName ?? ""
@@ -264,8 +265,9 @@ Item {
             }
             DelegateChoice {
                 column: 1
-                delegate: Cell {
+                delegate: FileTableCell {
                     id: nameCell
+                    table: root
                     required property string name
                     required property string folder
                     objectName: "fileRow"
@@ -300,8 +302,9 @@ Item {
             }
             DelegateChoice {
                 column: 2
-                delegate: Cell {
+                delegate: FileTableCell {
                     id: sizeCell
+                    table: root
                     required property string sizeText
                     Accessible.name: sizeText
                     FileSizeCell {
@@ -315,8 +318,9 @@ Item {
             }
             DelegateChoice {
                 column: 3
-                delegate: Cell {
+                delegate: FileTableCell {
                     id: categoryCell
+                    table: root
                     required property int category
                     required property string categoryName
                     required property color categoryColor
@@ -334,8 +338,9 @@ Item {
             }
             DelegateChoice {
                 column: 4
-                delegate: Cell {
+                delegate: FileTableCell {
                     id: modifiedCell
+                    table: root
                     required property real modifiedMSecs
                     Accessible.name: clock.tick >= 0 ? TextFormat.relativeDate(modifiedMSecs) : ""
                     Text {
@@ -354,8 +359,9 @@ Item {
             }
             DelegateChoice {
                 column: 5
-                delegate: Cell {
+                delegate: FileTableCell {
                     id: statusCell
+                    table: root
                     required property bool isSafeToDelete
                     Accessible.name: isSafeToDelete ? "Safe" : "Review"
                     SafeToDeleteBadge {
@@ -370,75 +376,11 @@ Item {
         }
     }
 
-    // One cell: the row's background and the pointer handling every column shares.
     // Focus shows in the selection's colour; with nothing selected, the table outlines itself.
     FocusRing {
         objectName: "tableFocusRing"
         anchors.margins: 1
         radius: 2
         shown: root.hasFocus && RavelinthViewModel.selection.count === 0
-    }
-
-    component Cell: Rectangle {
-        id: cell
-        required property int row
-        required property int column
-        // TableView claims a delegate property named `selected` for a selection model of its
-        // own, which this table does not use; the model's "selected" role is read from here.
-        required property var model
-        readonly property bool isSelected: model.selected === true
-        readonly property bool highlighted: isSelected && root.hasFocus
-
-        implicitHeight: root.rowHeight
-        Accessible.role: Accessible.Cell
-        Accessible.selectable: true
-        Accessible.selected: isSelected
-        color: isSelected ? (root.hasFocus ? Theme.accent : Theme.withOpacity(Theme.gray, 0.3))
-                        : row % 2 === 1 ? Qt.rgba(0, 0, 0, 0.03) : Theme.textBackground
-
-        // The outline of the row whose menu is open, drawn cell by cell.
-        Item {
-            anchors.fill: parent
-            visible: root.contextRow === cell.row
-            Rectangle {
-                width: parent.width
-                height: 2
-                color: Theme.accent
-            }
-            Rectangle {
-                width: parent.width
-                height: 2
-                anchors.bottom: parent.bottom
-                color: Theme.accent
-            }
-            Rectangle {
-                visible: cell.column === 0
-                width: 2
-                height: parent.height
-                color: Theme.accent
-            }
-            Rectangle {
-                visible: cell.column === root.columnCount - 1
-                width: 2
-                height: parent.height
-                anchors.right: parent.right
-                color: Theme.accent
-            }
-        }
-
-        MouseArea {
-            anchors.fill: parent
-            acceptedButtons: Qt.LeftButton | Qt.RightButton
-            onPressed: mouse => {
-                if (mouse.button === Qt.RightButton)
-                    root.openContextMenu(cell.row, mapToItem(root, mouse.x, mouse.y))
-                else
-                    root.pressRow(cell.row, mouse.modifiers)
-            }
-            onDoubleClicked: mouse => {
-                if (mouse.button === Qt.LeftButton)
-                    root.revealClicked(cell.row)
-            }
-        }
     }
 }

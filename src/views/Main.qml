@@ -4,11 +4,9 @@ import Ravelinth
 import QtQuick.Controls
 import QtQuick.Layouts
 
-// The main window: the menu bar, the toolbar and the content view, plus the settings window.
-//
-// Every menu command announces itself on the notification centre, for whatever else listens, and
-// then does what its title says. The shortcuts listed in Settings live here too, so that they work
-// wherever the focus is (a focused text field keeps its own editing keys).
+// The main window: the menu bar, the toolbar and the content view, plus the settings window. The
+// shortcuts listed in Settings live here, so that they work wherever the focus is (a focused text
+// field keeps its own editing keys).
 ApplicationWindow {
     id: window
     width: 1280
@@ -21,13 +19,6 @@ ApplicationWindow {
 
     readonly property bool isScanning: RavelinthViewModel.scan.state.phase === ScanPhase.Scanning
 
-    function post(name, object) {
-        if (object === undefined)
-            AppContext.notifications.post(name)
-        else
-            AppContext.notifications.post(name, object)
-    }
-
     function isTextField(item) {
         return item !== null && typeof item.selectAll === "function" && typeof item.paste === "function"
     }
@@ -37,35 +28,8 @@ ApplicationWindow {
     onActiveFocusItemChanged: {
         if (isTextField(activeFocusItem))
             editedField = activeFocusItem
-        else if (activeFocusItem !== null && !menuIsOpen())
+        else if (activeFocusItem !== null && !menuBar.isOpen())
             editedField = null
-    }
-    function menuIsOpen() {
-        for (let i = 0; i < menuBar.count; ++i) {
-            if (menuBar.menuAt(i).visible)
-                return true
-        }
-        return false
-    }
-
-    function editField(edit) {
-        const field = editedField
-        if (!field)
-            return
-        field.forceActiveFocus()
-        edit(field)
-    }
-
-    function quickScan(key) {
-        post("quickScan", key)
-        if (isScanning)
-            return
-        const location = AppContext.quickAccessLocations.find(l => l.name.toLowerCase() === key)
-        if (!location)
-            return
-        RavelinthViewModel.scan.path = location.path
-        RavelinthViewModel.scan.start()
-        content.selectedTab = "scanner"
     }
 
     function openSettings() {
@@ -164,182 +128,10 @@ ApplicationWindow {
         }
     }
 
-    menuBar: MenuBar {
-        // The "&" marks the mnemonic; a screen reader reads the title without it.
-        delegate: MenuBarItem {
-            Accessible.name: text.replace("&", "")
-        }
-        Menu {
-            title: "&File"
-            delegate: CommandMenuItem {}
-            Action {
-                text: "New Scan"
-                shortcut: "Ctrl+N"
-                onTriggered: {
-                    window.post("startNewScan")
-                    RavelinthViewModel.scan.reset()
-                    content.focusPathField()
-                }
-            }
-            Action {
-                text: "Browse Folder..."
-                shortcut: "Ctrl+O"
-                onTriggered: {
-                    window.post("browseFolder")
-                    content.selectedTab = "scanner"
-                    RavelinthViewModel.scan.browse()
-                }
-            }
-            Action {
-                text: "Export List..."
-                enabled: RavelinthViewModel.fileList.count > 0
-                onTriggered: {
-                    window.post("exportList")
-                    exportDialog.open()
-                }
-            }
-            MenuSeparator {}
-            Action {
-                text: "Settings..."
-                shortcut: "Ctrl+,"
-                onTriggered: RavelinthViewModel.showSettings = true
-            }
-            MenuSeparator {}
-            Action {
-                text: "Quit"
-                shortcut: "Ctrl+Q"
-                onTriggered: Qt.quit()
-            }
-        }
-        Menu {
-            id: editMenu
-            title: "&Edit"
-            delegate: CommandMenuItem {}
-            readonly property Item field: window.editedField
-            // Puts back the last move to the Trash, also one from before a restart. Ctrl+Z in a
-            // text field stays the field's own undo.
-            Action {
-                objectName: "undoMoveAction"
-                text: "Undo Move to Trash"
-                shortcut: "Ctrl+Z"
-                enabled: RavelinthViewModel.undo.canUndo && !RavelinthViewModel.undo.isUndoing
-                onTriggered: {
-                    window.post("undoMoveToTrash")
-                    RavelinthViewModel.undo.undo()
-                }
-            }
-            MenuSeparator {}
-            Action {
-                objectName: "cutAction"
-                property string shortcutHint: "Ctrl+X"
-                text: "Cut"
-                enabled: editMenu.field !== null && editMenu.field.selectedText !== ""
-                onTriggered: window.editField(field => field.cut())
-            }
-            Action {
-                objectName: "copyAction"
-                property string shortcutHint: "Ctrl+C"
-                text: "Copy"
-                enabled: editMenu.field !== null && editMenu.field.selectedText !== ""
-                onTriggered: window.editField(field => field.copy())
-            }
-            Action {
-                objectName: "pasteAction"
-                property string shortcutHint: "Ctrl+V"
-                text: "Paste"
-                enabled: editMenu.field !== null && editMenu.field.canPaste
-                onTriggered: window.editField(field => field.paste())
-            }
-            MenuSeparator {}
-            Action {
-                id: selectAllAction
-                objectName: "selectAllAction"
-                text: "Select All"
-                shortcut: "Ctrl+A"
-                onTriggered: {
-                    window.post("selectAllFiles")
-                    RavelinthViewModel.selection.selectAll()
-                }
-            }
-        }
-        Menu {
-            title: "&Scan"
-            delegate: CommandMenuItem {}
-            Action {
-                text: "Start Scan"
-                shortcut: "Ctrl+Return"
-                onTriggered: {
-                    window.post("startScan")
-                    content.selectedTab = "scanner"
-                    RavelinthViewModel.scan.start()
-                }
-            }
-            Action {
-                text: "Stop Scan"
-                shortcut: "Ctrl+."
-                onTriggered: {
-                    window.post("stopScan")
-                    if (window.isScanning)
-                        RavelinthViewModel.scan.stop()
-                }
-            }
-            MenuSeparator {}
-            Menu {
-                title: "Quick Scan"
-                delegate: CommandMenuItem {}
-                Action {
-                    text: "Home Folder"
-                    onTriggered: window.quickScan("home")
-                }
-                Action {
-                    text: "Downloads"
-                    onTriggered: window.quickScan("downloads")
-                }
-                Action {
-                    text: "Desktop"
-                    onTriggered: window.quickScan("desktop")
-                }
-                Action {
-                    text: "Applications"
-                    onTriggered: window.quickScan("applications")
-                }
-            }
-        }
-        Menu {
-            title: "&View"
-            delegate: CommandMenuItem {}
-            Action {
-                text: "Show Dashboard"
-                shortcut: "Ctrl+1"
-                onTriggered: {
-                    window.post("showDashboard")
-                    content.selectedTab = "dashboard"
-                }
-            }
-            Action {
-                text: "Show Scanner"
-                shortcut: "Ctrl+2"
-                onTriggered: {
-                    window.post("showScanner")
-                    content.selectedTab = "scanner"
-                }
-            }
-            Action {
-                text: "Refresh Disk Info"
-                shortcut: "Ctrl+R"
-                onTriggered: {
-                    window.post("refreshDiskInfo")
-                    RavelinthViewModel.disk.refresh()
-                }
-            }
-            MenuSeparator {}
-            Action {
-                objectName: "toggleSidebarAction"
-                text: content.sidebarVisible ? "Hide Sidebar" : "Show Sidebar"
-                shortcut: "Ctrl+Alt+S"
-                onTriggered: content.sidebarVisible = !content.sidebarVisible
-            }
-        }
+    menuBar: MainMenuBar {
+        content: content
+        editedField: window.editedField
+        onExportRequested: exportDialog.open()
     }
 
     header: ToolBar {

@@ -4,7 +4,7 @@ _ravelinth() {
     local cur prev words cword
     _init_completion || return
 
-    local commands='scan disk trash reveal'
+    local commands='scan disk trash restore reveal'
     if [[ $cword -eq 1 ]]; then
         COMPREPLY=($(compgen -W "$commands --help --version" -- "$cur"))
         return
@@ -17,10 +17,11 @@ _ravelinth() {
             COMPREPLY=($(compgen -W '10 100 500 1000' -- "$cur"))
             return
         fi
-        options='--min-size-mb --hidden --binary --json --print0 --help'
+        options='--min-size-mb --hidden --binary --json --csv --print0 --help'
         ;;
     disk) options='--binary --json --help' ;;
     trash) options='--json --help' ;;
+    restore) options='--last --json --help' ;;
     reveal) options='--help' ;;
     *) return ;;
     esac

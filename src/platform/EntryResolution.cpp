@@ -97,13 +97,16 @@ std::optional<EntryIdentity> entryIdentity(const QByteArray &path) {
 }
 
 std::optional<QByteArray> placeOf(const QByteArray &path) {
+    // Judged on the path as given: making it absolute applies "." and ".." and drops a trailing
+    // slash, which would turn "." into the working folder and "file/" into "file".
+    const QByteArray given = path.mid(path.lastIndexOf('/') + 1);
+    if (given.isEmpty() || given == "." || given == "..")
+        return std::nullopt;
     const std::optional<QByteArray> absolute = absolutePath(path);
-    if (!absolute || absolute->isEmpty() || absolute->endsWith('/'))
+    if (!absolute || absolute->isEmpty())
         return std::nullopt;
     const QList<QByteArray> parts = absolute->split('/');
-    const QByteArray name = parts.last();
-    if (name.isEmpty() || name == "." || name == "..")
-        return std::nullopt;
+    const QByteArray &name = parts.last();
     const auto joined = [](const QByteArray &folder, const QByteArray &part) {
         return folder == "/" ? '/' + part : folder + '/' + part;
     };

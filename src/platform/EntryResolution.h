@@ -47,8 +47,9 @@ std::optional<EntryIdentity> entryIdentity(const QByteArray &path);
 std::optional<EntryIdentity> targetIdentity(const QByteArray &path);
 // Where an entry named by `path` would lie, also when the path names nothing now (an item to be
 // put back from the Trash): the folders that exist resolved by the kernel, the rest as written
-// with "." and ".." applied, the last name taken as it is. nullopt for what resolveEntry refuses
-// by its form: the empty path, a last name of "." or "..", an unnamed working folder.
+// with "." and ".." applied, the last name taken as it is. nullopt for the empty path, a last name
+// of "." or "..", a trailing slash (what is not there cannot be known to be a folder) and an
+// unnamed working folder.
 std::optional<QByteArray> placeOf(const QByteArray &path);
 // The size in bytes of whatever is at `path`, links not followed; absent when nothing is.
 std::optional<qint64> entrySize(const QByteArray &path);

@@ -221,6 +221,18 @@ private slots:
         QCOMPARE(missing.out, "[{\"path\":\"" + a +
                                   "\",\"success\":false,\"error\":\"Failed to restore 'a.bin': It "
                                   "is not in the Trash\"}]\n");
+        // Forms that name no single place are refused, and the item stays in the Trash.
+        QCOMPARE(runRavelinth({"trash", a}).exitCode, 0);
+        for (const QByteArray &form :
+             {QByteArray(), QByteArray("."), QByteArray(".."), a + '/', a + "/.", a + "/.."}) {
+            const ProcessOutput refused = runRavelinth({"restore", form});
+            QCOMPARE(refused.exitCode, 1);
+            QVERIFY2(refused.out.endsWith("': not a path an item can be put back at\n"),
+                     refused.out.constData());
+        }
+        QVERIFY(!exists(a));
+        QCOMPARE(runRavelinth({"restore", a}).exitCode, 0);
+        QCOMPARE(fullSnapshot(a) + fullSnapshot(b), before);
         QCOMPARE(runRavelinth({"restore"}).exitCode, 2);
         QCOMPARE(runRavelinth({"restore", "--last", a}).exitCode, 2);
     }

@@ -62,10 +62,13 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
     auto pushFolder = [&](int fd, qsizetype pathLength, std::optional<dev_t> parentDevice,
                           const std::vector<FolderIdentity> &pruned) {
         Frame frame;
-        if (!openFrame(fd, pathLength, d->buffer, frame, parentDevice, pruned))
-            return;
-        stack.push_back(std::move(frame));
-        trimDescriptors(stack);
+        const FrameOpening opening =
+            openFrame(fd, pathLength, d->buffer, frame, parentDevice, pruned);
+        if (opening == FrameOpening::opened) {
+            stack.push_back(std::move(frame));
+            trimDescriptors(stack);
+        }
+        return opening;
     };
 
     // The root is walked even when it is one of the pruned folders: it was asked for by name.
@@ -98,10 +101,17 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
         if (entry.isDirectory && decision == WalkDecision::proceed) {
             if (isStopRequested(d->options))
                 break;
-            const int fd =
-                ::openat(frame.fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-            if (fd >= 0)
-                pushFolder(fd, path.size(), frame.device, d->options.prunedFolders);
+            bool unreadable = false;
+            const int fd = openSubfolder(frame.fd, name, unreadable);
+            if (fd >= 0) {
+                unreadable = pushFolder(fd, path.size(), frame.device, d->options.prunedFolders) ==
+                             FrameOpening::unreadable;
+            }
+            if (unreadable) {
+                entry.unreadableFolder = true;
+                visit(entry);
+                entry.unreadableFolder = false;
+            }
         }
     }
     while (!stack.empty())

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <sys/types.h>
@@ -19,6 +20,14 @@ struct WalkEntry {
     bool hasAttributes = false; // false when the entry vanished or could not be examined
     qint64 size = 0;            // apparent size (a link's own size; links are never followed)
     qint64 modifiedMSecs = 0;
+    // Known for an examined entry that is not a folder: its data is the same for every name with
+    // this device and inode.
+    std::uint32_t linkCount = 0;
+    dev_t device = 0;
+    ino_t inode = 0;
+    // Set on a second visit to a folder entry that could not be opened or listed; that visit's
+    // decision is not consulted.
+    bool unreadableFolder = false;
 };
 
 enum class WalkDecision { proceed, skipDescendants, stop };
@@ -48,7 +57,8 @@ enum class WalkOpenResult { ok, notFound, notAFolder, failed };
 // folder, in the order the file system lists them. Every call is relative to an open folder
 // descriptor, so paths longer than PATH_MAX work; there is no recursion, and the number of open
 // descriptors stays bounded however deep the tree goes. Pseudo file systems (proc, sysfs, ...)
-// are never entered; unreadable folders and entries that vanish are passed over.
+// are never entered; entries that vanish are passed over, and a folder that cannot be opened or
+// listed is visited once more with `unreadableFolder` set.
 class DirectoryWalker {
 public:
     explicit DirectoryWalker(QByteArray rootPath, WalkOptions options = {});

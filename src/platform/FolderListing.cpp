@@ -83,15 +83,19 @@ bool readListing(int fd, std::vector<char> &, Listing &listing) {
 }
 #endif
 
-bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
-               std::optional<dev_t> parentDevice, const std::vector<FolderIdentity> &pruned) {
+FrameOpening openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
+                       std::optional<dev_t> parentDevice,
+                       const std::vector<FolderIdentity> &pruned) {
     struct stat info {};
-    if (::fstat(fd, &info) != 0 ||
-        std::find(pruned.begin(), pruned.end(), FolderIdentity{info.st_dev, info.st_ino}) !=
+    if (::fstat(fd, &info) != 0) {
+        ::close(fd);
+        return FrameOpening::unreadable;
+    }
+    if (std::find(pruned.begin(), pruned.end(), FolderIdentity{info.st_dev, info.st_ino}) !=
             pruned.end() ||
         ((!parentDevice || *parentDevice != info.st_dev) && isPseudoFileSystem(fd))) {
         ::close(fd);
-        return false;
+        return FrameOpening::passedOver;
     }
     frame.fd = fd;
     frame.device = info.st_dev;
@@ -100,9 +104,16 @@ bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &f
     if (!readListing(fd, buffer, frame.listing)) {
         ::close(fd);
         frame.fd = -1;
-        return false;
+        return FrameOpening::unreadable;
     }
-    return true;
+    return FrameOpening::opened;
+}
+
+int openSubfolder(int parentFd, const char *name, bool &unreadable) {
+    const int fd = ::openat(parentFd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    // Gone, or replaced by a link or a file since the listing: nothing there went unread.
+    unreadable = fd < 0 && errno != ENOENT && errno != ENOTDIR && errno != ELOOP;
+    return fd;
 }
 
 void trimDescriptors(std::vector<Frame> &stack) {
@@ -175,6 +186,7 @@ void examineEntry(const Frame &frame, std::size_t index, WalkEntry &entry) {
     entry.hasAttributes = false;
     entry.size = 0;
     entry.modifiedMSecs = 0;
+    entry.linkCount = 0;
     if (type == DT_DIR) {
         entry.hasAttributes = true;
         return;
@@ -185,6 +197,9 @@ void examineEntry(const Frame &frame, std::size_t index, WalkEntry &entry) {
         entry.isDirectory = S_ISDIR(info.st_mode);
         entry.size = qint64(info.st_size);
         entry.modifiedMSecs = toMSecs(info.st_mtim);
+        entry.linkCount = std::uint32_t(info.st_nlink);
+        entry.device = info.st_dev;
+        entry.inode = info.st_ino;
     }
 }
 

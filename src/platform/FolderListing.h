@@ -41,13 +41,15 @@ struct Frame {
     std::size_t next = 0;
 };
 
-// Makes a frame of the open folder `fd` (taking the descriptor), or closes it and returns false
-// when the folder lies on a pseudo file system, is one of `pruned` or cannot be read.
-// `parentDevice` is the device of the folder holding it, if any: a folder on its parent's device
-// needs no file-system check.
-bool openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
-               std::optional<dev_t> parentDevice = std::nullopt,
-               const std::vector<FolderIdentity> &pruned = {});
+enum class FrameOpening { opened, passedOver, unreadable };
+
+// Makes a frame of the open folder `fd` (taking the descriptor), or closes it and says why not:
+// passedOver when the folder lies on a pseudo file system or is one of `pruned`, unreadable when
+// it cannot be examined or listed. `parentDevice` is the device of the folder holding it, if any:
+// a folder on its parent's device needs no file-system check.
+FrameOpening openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
+                       std::optional<dev_t> parentDevice = std::nullopt,
+                       const std::vector<FolderIdentity> &pruned = {});
 
 // True when the walk should end before opening another folder.
 inline bool isStopRequested(const WalkOptions &options) {
@@ -68,6 +70,10 @@ std::ptrdiff_t reopenByName(std::vector<Frame> &stack, std::size_t index, const 
 
 // Leaves the top frame, first giving its parent a descriptor again if the parent lost it.
 void popFrame(std::vector<Frame> &stack);
+
+// Opens the folder `name` in `parentFd`; on failure tells whether the folder was there and could
+// not be read (as opposed to gone, or no longer a folder, since it was listed).
+int openSubfolder(int parentFd, const char *name, bool &unreadable);
 
 // Fills `entry` for the entry `index` of `frame`: a folder from its listed type costs nothing,
 // anything else is examined without following links.

@@ -62,6 +62,18 @@ bool mayBeFolder(unsigned char type) {
     return type == DT_DIR || type == DT_UNKNOWN;
 }
 
+// Adds the worker's next item to the segment's pieces, extending the last run when it can.
+void noteEmitted(Worker &worker, Segment &segment) {
+    std::vector<Piece> &pieces = segment.pieces;
+    const std::uint32_t number = worker.emitted++;
+    if (!pieces.empty() && !pieces.back().child &&
+        pieces.back().start + pieces.back().count == number) {
+        ++pieces.back().count;
+    } else {
+        pieces.push_back({nullptr, number, 1});
+    }
+}
+
 } // namespace
 
 struct ParallelDirectoryWalker::Private {
@@ -174,7 +186,7 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
         stack.push_back(std::move(task.frame));
     } else {
         Frame frame;
-        if (!openFrame(task.frame.fd, path.size(), me.buffer, frame))
+        if (openFrame(task.frame.fd, path.size(), me.buffer, frame) != FrameOpening::opened)
             return;
         stack.push_back(std::move(frame));
     }
@@ -222,16 +234,8 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
         if (!name)
             continue;
         const WalkVisit result = visit(worker, entry);
-        if (result.emitted) {
-            std::vector<Piece> &pieces = branch.back().segment->pieces;
-            const std::uint32_t number = me.emitted++;
-            if (!pieces.empty() && !pieces.back().child &&
-                pieces.back().start + pieces.back().count == number) {
-                ++pieces.back().count;
-            } else {
-                pieces.push_back({nullptr, number, 1});
-            }
-        }
+        if (result.emitted)
+            noteEmitted(me, *branch.back().segment);
         if (result.decision == WalkDecision::stop) {
             stop();
             break;
@@ -241,11 +245,20 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
                 stop();
                 break;
             }
-            const int fd =
-                ::openat(frame.fd, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+            bool unreadable = false;
+            const int fd = openSubfolder(frame.fd, name, unreadable);
             Frame child;
-            if (fd >= 0 &&
-                openFrame(fd, path.size(), me.buffer, child, frame.device, options.prunedFolders)) {
+            const FrameOpening opening = fd >= 0 ? openFrame(fd, path.size(), me.buffer, child,
+                                                             frame.device, options.prunedFolders)
+                                                 : FrameOpening::passedOver;
+            if (unreadable || opening == FrameOpening::unreadable) {
+                // Goes in the order where the folder's own contents would have been.
+                entry.unreadableFolder = true;
+                if (visit(worker, entry).emitted)
+                    noteEmitted(me, *branch.back().segment);
+                entry.unreadableFolder = false;
+            }
+            if (opening == FrameOpening::opened) {
                 Segment &segment = me.segments.emplace_back();
                 segment.worker = std::uint32_t(worker);
                 branch.back().segment->pieces.push_back({&segment, 0, 0});

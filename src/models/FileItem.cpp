@@ -5,8 +5,11 @@
 
 namespace ravelinth {
 
-FileItem FileItem::make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category) {
-    return FileItem{makeFastUuid(), std::move(path), size, modifiedMSecs, category};
+FileItem FileItem::make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category,
+                        std::uint32_t linkCount) {
+    FileItem item{makeFastUuid(), std::move(path), size, modifiedMSecs, category, false, 1};
+    item.linkCount = linkCount;
+    return item;
 }
 
 QByteArrayView lastPathComponent(QByteArrayView path) {

@@ -9,6 +9,8 @@
 #include <QString>
 #include <QUuid>
 
+#include <cstdint>
+
 namespace ravelinth {
 
 // One kept file. The path is the exact bytes the walk produced (a Linux name need not be UTF-8);
@@ -20,8 +22,17 @@ struct FileItem {
     qint64 size = 0;
     qint64 modifiedMSecs = 0; // content modification time, milliseconds since the epoch (UTC)
     ScanCategory category = ScanCategory::other;
+    // Set when an earlier kept name of the same data carries its size, so sums skip this one.
+    bool countedUnderAnotherName = false;
+    // Names the file's data has; above one, moving this name alone frees no space. (These two
+    // fit in the padding after the category.)
+    std::uint32_t linkCount = 1;
 
-    static FileItem make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category);
+    static FileItem make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category,
+                         std::uint32_t linkCount = 1);
+
+    // The bytes this name adds to a sum: none when another name's data is already counted.
+    qint64 countedSize() const { return countedUnderAnotherName ? 0 : size; }
 
     // Last path component, as bytes.
     QByteArrayView name() const;

@@ -93,7 +93,10 @@ void appendFileJson(QByteArray &out, const FileItem &file) {
     appendIsoUtc(out, file.modifiedMSecs);
     out.append("\",\"category\":");
     appendJsonString(out, categoryName(file.category));
-    out.append(file.isSafeToDelete() ? ",\"isSafeToDelete\":true}" : ",\"isSafeToDelete\":false}");
+    out.append(file.isSafeToDelete() ? ",\"isSafeToDelete\":true" : ",\"isSafeToDelete\":false");
+    out.append(",\"linkCount\":");
+    appendNumber(out, qint64(file.linkCount));
+    out.append('}');
 }
 
 void appendCsvField(QByteArray &out, QByteArrayView utf8) {

@@ -12,7 +12,7 @@ namespace ravelinth {
 // object adds "rawPath", the exact bytes percent-encoded, when the path is not UTF-8.
 
 // {"path", ["rawPath",] "name", "size", "fileExtension", "modifiedDate", "category",
-// "isSafeToDelete"}: the object `scan --json` lists and a JSON export holds.
+// "isSafeToDelete", "linkCount"}: the object `scan --json` lists and a JSON export holds.
 void appendFileJson(QByteArray &out, const FileItem &file);
 
 // RFC 4180: CRLF after every record, a field quoted (its quotes doubled) only when it holds a

@@ -16,9 +16,9 @@ FileTotals sumFileTotals(const QList<FileItem> &files) {
         if (i + 8 < files.size())
             __builtin_prefetch(files[i + 8].path.constData());
         const FileItem &file = files[i];
-        totals.totalSize = checkedAdd(totals.totalSize, file.size);
+        totals.totalSize = checkedAdd(totals.totalSize, file.countedSize());
         if (countsAsSavings(file)) {
-            totals.savings = checkedAdd(totals.savings, file.size);
+            totals.savings = checkedAdd(totals.savings, file.countedSize());
             ++totals.savingsCount;
         }
     }

@@ -19,7 +19,8 @@ struct FileTotals {
 // safe to delete.
 bool countsAsSavings(const FileItem &file);
 
-// One pass; saturates rather than wrapping.
+// One pass; saturates rather than wrapping. Data with several kept names counts once, under the
+// name the scan chose.
 FileTotals sumFileTotals(const QList<FileItem> &files);
 
 } // namespace ravelinth

@@ -19,7 +19,11 @@ CategoryStatsTable makeEmptyCategoryStatsTable();
 struct ScanResult {
     QList<FileItem> files; // largest first; equal sizes keep walk order
     CategoryStatsTable categoryStats;
-    qint64 totalSize = 0;
+    qint64 totalSize = 0; // each hard-linked file's data once
+    // Folders the walk met but could not open or list, and the first of them in walk order.
+    qint64 unreadableFolders = 0;
+    QList<QByteArray> unreadablePaths;
+    static constexpr qsizetype unreadablePathsKept = 1000;
     double duration = 0;    // seconds
     QByteArray scannedPath; // exactly as the caller passed it
     QDateTime timestamp;

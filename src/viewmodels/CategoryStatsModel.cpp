@@ -33,7 +33,7 @@ void CategoryStatsModel::countFiles(const QList<FileItem> &files) {
         }
         CategoryStats &entry = stats[index];
         entry.fileCount = checkedAdd(entry.fileCount, 1);
-        entry.totalSize = checkedAdd(entry.totalSize, file.size);
+        entry.totalSize = checkedAdd(entry.totalSize, file.countedSize());
     }
     setStats(std::move(stats));
 }

@@ -131,26 +131,26 @@ private slots:
             << QByteArray("{\"path\":\"/home/u/Movies/A.MKV\",\"name\":\"A.MKV\","
                           "\"size\":1500000000,\"fileExtension\":\"mkv\","
                           "\"modifiedDate\":\"2026-11-24T20:52:00.123Z\",\"category\":\"Videos\","
-                          "\"isSafeToDelete\":false}");
+                          "\"isSafeToDelete\":false,\"linkCount\":1}");
         QTest::newRow("escapes")
             << fileAt("/d/q\"b\\\n\x01", 3, 0, ScanCategory::other)
             << QByteArray("{\"path\":\"/d/q\\\"b\\\\\\n\\u0001\",\"name\":\"q\\\"b\\\\\\n\\u0001\","
                           "\"size\":3,\"fileExtension\":\"\","
                           "\"modifiedDate\":\"1970-01-01T00:00:00.000Z\",\"category\":\"Other\","
-                          "\"isSafeToDelete\":false}");
+                          "\"isSafeToDelete\":false,\"linkCount\":1}");
         QTest::newRow("extension outside ASCII")
             << fileAt("/d/x.\xc3\x89T\xc3\x89", 5, 0, ScanCategory::other)
             << QByteArray("{\"path\":\"/d/x.\xc3\x89T\xc3\x89\",\"name\":\"x.\xc3\x89T\xc3\x89\","
                           "\"size\":5,\"fileExtension\":\"\xc3\xa9t\xc3\xa9\","
                           "\"modifiedDate\":\"1970-01-01T00:00:00.000Z\",\"category\":\"Other\","
-                          "\"isSafeToDelete\":false}");
+                          "\"isSafeToDelete\":false,\"linkCount\":1}");
         QTest::newRow("not UTF-8")
             << fileAt("/tmp/caf\xe9 100%.zip", 4, 0, ScanCategory::archive)
             << QByteArray("{\"path\":\"/tmp/caf\xef\xbf\xbd 100%.zip\","
                           "\"rawPath\":\"/tmp/caf%E9 100%25.zip\","
                           "\"name\":\"caf\xef\xbf\xbd 100%.zip\",\"size\":4,"
                           "\"fileExtension\":\"zip\",\"modifiedDate\":\"1970-01-01T00:00:00.000Z\","
-                          "\"category\":\"Archives\",\"isSafeToDelete\":true}");
+                          "\"category\":\"Archives\",\"isSafeToDelete\":true,\"linkCount\":1}");
     }
     void jsonObjects() {
         QFETCH(FileItem, file);

@@ -49,7 +49,7 @@ private slots:
         QCOMPARE(contentsOf(path),
                  "[\n{\"path\":\"/m/b.zip\",\"name\":\"b.zip\",\"size\":20,"
                  "\"fileExtension\":\"zip\",\"modifiedDate\":\"1970-01-01T00:00:01.000Z\","
-                 "\"category\":\"Archives\",\"isSafeToDelete\":true}\n]\n");
+                 "\"category\":\"Archives\",\"isSafeToDelete\":true,\"linkCount\":1}\n]\n");
     }
 
     void noRowsIsAHeaderOrAnEmptyArray() {

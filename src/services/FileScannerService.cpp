@@ -8,6 +8,7 @@
 #include "platform/ThreadPriority.h"
 #include "platform/WorkingFolder.h"
 #include "services/ProgressMailbox.h"
+#include "services/ScanCounter.h"
 #include "services/ScanPruning.h"
 
 #include <QDateTime>
@@ -23,6 +24,8 @@
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -113,70 +116,6 @@ qint64 FileScannerService::bytesScanned() const {
 
 namespace {
 
-using ReportProgress = std::function<void(qint64, qint64, QString)>;
-
-// What the walkers share: the counters behind the progress reports, the stop, and the kept
-// files. Every counted file passes through one lock, so the counts, the reports and the point of
-// a stop come in one order whatever the number of walkers.
-//
-// The kept files go into one list, in the order they were counted; the walkers remember where
-// theirs went, so that the walk order can be restored in place at the end. One list, not one per
-// walker copied together at the end, keeps a million kept files from needing their size twice.
-class ScanCounter {
-public:
-    ScanCounter(std::atomic<bool> &cancelRequested, std::atomic<bool> &abandoned,
-                ReportProgress report)
-        : m_cancelRequested(cancelRequested), m_abandoned(abandoned), m_report(std::move(report)) {}
-
-    bool isStopped() const {
-        return m_stopped.load(std::memory_order_relaxed) ||
-               m_abandoned.load(std::memory_order_relaxed);
-    }
-
-    static constexpr qsizetype notKept = -1;
-    static constexpr qsizetype stopped = -2;
-
-    // Counts one sized file and keeps `item` if there is one. Answers where the item went,
-    // notKept without one, or stopped when the walk has already been stopped (nothing counted).
-    qsizetype count(const platform::WalkEntry &entry, std::optional<FileItem> item) {
-        std::lock_guard lock(m_mutex);
-        if (m_stopped.load(std::memory_order_relaxed))
-            return stopped;
-        m_files = checkedAdd(m_files, 1);
-        m_bytes = checkedAdd(m_bytes, entry.size);
-        if (m_files % 100 == 0) {
-            m_report(m_files, m_bytes, displayText(entry.path));
-            // Besides the folders, the one point where a stop reaches the walk; this file still
-            // counts.
-            if (m_cancelRequested)
-                m_stopped = true;
-        }
-        if (!item)
-            return notKept;
-        CategoryStats &stats = m_categories[item->category.index()];
-        stats.fileCount = checkedAdd(stats.fileCount, 1);
-        stats.totalSize = checkedAdd(stats.totalSize, item->size);
-        m_kept.append(std::move(*item));
-        return m_kept.size() - 1;
-    }
-
-    qint64 files() const { return m_files; }
-    qint64 bytes() const { return m_bytes; }
-    QList<FileItem> &kept() { return m_kept; }
-    const CategoryStatsTable &categories() const { return m_categories; }
-
-private:
-    std::atomic<bool> &m_cancelRequested;
-    std::atomic<bool> &m_abandoned;
-    ReportProgress m_report;
-    std::mutex m_mutex;
-    std::atomic<bool> m_stopped{false};
-    qint64 m_files = 0;
-    qint64 m_bytes = 0;
-    QList<FileItem> m_kept;
-    CategoryStatsTable m_categories = makeEmptyCategoryStatsTable();
-};
-
 ScanCategory categoryOf(QByteArrayView path, QByteArrayView name) {
     return ScanCategory::isInCacheDirectory(path) ? ScanCategory(ScanCategory::cache)
                                                   : ScanCategory::from(fileExtensionOf(name));
@@ -184,6 +123,10 @@ ScanCategory categoryOf(QByteArrayView path, QByteArrayView name) {
 
 platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &counter,
                                qint64 minFileSizeBytes, std::vector<std::uint32_t> &keptAt) {
+    if (entry.unreadableFolder) {
+        keptAt.push_back(unreadableMark | counter.noteUnreadable(entry.path));
+        return {platform::WalkDecision::proceed, true};
+    }
     if (counter.isStopped())
         return {platform::WalkDecision::stop, false};
     if (!entry.hasAttributes)
@@ -193,7 +136,7 @@ platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &co
     std::optional<FileItem> item;
     if (entry.size >= minFileSizeBytes) {
         item = FileItem::make(entry.path.toByteArray(), entry.size, entry.modifiedMSecs,
-                              categoryOf(entry.path, entry.name));
+                              categoryOf(entry.path, entry.name), entry.linkCount);
     }
     const qsizetype at = counter.count(entry, std::move(item));
     if (at == ScanCounter::stopped)
@@ -327,21 +270,39 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
 
             ScanResult result;
             result.duration = double(clock.nsecsElapsed()) / 1e9;
-            result.categoryStats = counter.categories();
+            result.categoryStats = makeEmptyCategoryStatsTable();
             QList<FileItem> &files = counter.kept();
             files.squeeze();
 
-            // Largest first; equal sizes keep the order of a single depth-first walk.
+            // Largest first; equal sizes keep the order of a single depth-first walk. The sums
+            // are taken in that order too, so the first kept name of linked data is the one that
+            // counts it, however many walkers met its names and in what order.
             std::vector<std::pair<qint64, std::uint32_t>> bySize;
             bySize.reserve(size_t(files.size()));
+            DataIdentitySet countedLinks;
             for (const platform::EmittedRun &run : runs) {
                 const std::vector<std::uint32_t> &places = keptAt[run.worker];
-                for (std::uint32_t i = run.start; i < run.start + run.count; ++i)
-                    bySize.emplace_back(files[places[i]].size, places[i]);
+                for (std::uint32_t i = run.start; i < run.start + run.count; ++i) {
+                    const std::uint32_t place = places[i];
+                    if (place & unreadableMark) {
+                        ++result.unreadableFolders;
+                        if (result.unreadablePaths.size() < ScanResult::unreadablePathsKept)
+                            result.unreadablePaths.append(
+                                std::move(counter.unreadable()[place & ~unreadableMark]));
+                        continue;
+                    }
+                    FileItem &file = files[place];
+                    if (file.linkCount > 1 && !countedLinks.insert(counter.keptLink(place)).second)
+                        file.countedUnderAnotherName = true;
+                    CategoryStats &stats = result.categoryStats[file.category.index()];
+                    stats.fileCount = checkedAdd(stats.fileCount, 1);
+                    stats.totalSize = checkedAdd(stats.totalSize, file.countedSize());
+                    result.totalSize = checkedAdd(result.totalSize, file.countedSize());
+                    bySize.emplace_back(file.size, place);
+                }
             }
             keptAt = {};
-            for (const auto &entry : bySize)
-                result.totalSize = checkedAdd(result.totalSize, entry.first);
+            counter.unreadable() = {};
             std::stable_sort(bySize.begin(), bySize.end(),
                              [](const auto &a, const auto &b) { return a.first > b.first; });
             std::vector<std::uint32_t> order(bySize.size());

@@ -12,6 +12,7 @@
 
 #include <random>
 #include <thread>
+#include <unistd.h>
 
 using namespace ravelinth;
 using ravelinth::test::TestTree;
@@ -41,6 +42,7 @@ void makeTree(TestTree &tree, unsigned seed) {
         tree.folder(path);
         folders.append(path);
     }
+    QList<QByteArray> files;
     for (int i = 0; i < 4000; ++i) {
         const QByteArray &folder = folders[qsizetype(below(unsigned(folders.size())))];
         const char *extensions[] = {".mov", ".zip", ".txt", ".iso", ""};
@@ -48,8 +50,18 @@ void makeTree(TestTree &tree, unsigned seed) {
             (below(12) == 0 ? ".f" : "f") + QByteArray::number(i) + extensions[below(5)];
         if (below(15) == 0)
             name = "tmp-" + name;
-        tree.file(folder.isEmpty() ? name : folder + '/' + name, qint64(below(4)),
-                  qint64(1600000000 + below(3)));
+        files.append(tree.file(folder.isEmpty() ? name : folder + '/' + name, qint64(below(4)),
+                               qint64(1600000000 + below(3))));
+    }
+    // More names for some files' data, in the same folder or another and under other
+    // categories, so that which name counts the data depends on the walk order.
+    for (int i = 0; i < 300; ++i) {
+        const QByteArray &folder = folders[qsizetype(below(unsigned(folders.size())))];
+        const char *extensions[] = {".mov", ".zip", ".iso"};
+        const QByteArray name = "l" + QByteArray::number(i) + extensions[below(3)];
+        const QByteArray &existing = files[qsizetype(below(unsigned(files.size())))];
+        ::link(existing.constData(),
+               tree.path(folder.isEmpty() ? name : folder + '/' + name).constData());
     }
     for (int i = 0; i < 20; ++i) {
         const QByteArray &folder = folders[qsizetype(below(unsigned(folders.size())))];
@@ -120,7 +132,10 @@ QByteArrayList describe(const ScanResult &result) {
     for (const FileItem &file : result.files)
         lines << file.path + ' ' + QByteArray::number(file.size) + ' ' +
                      QByteArray::number(file.modifiedMSecs) + ' ' +
-                     QByteArray::number(file.category.index());
+                     QByteArray::number(file.category.index()) + ' ' +
+                     QByteArray::number(file.linkCount) +
+                     (file.countedUnderAnotherName ? " again" : "");
+    lines << QByteArray::number(result.unreadableFolders);
     for (const CategoryStats &stats : result.categoryStats)
         lines << QByteArray::number(stats.category.index()) + ' ' +
                      QByteArray::number(stats.fileCount) + ' ' +

@@ -207,6 +207,9 @@ int runScanCommand(const QList<QByteArray> &arguments) {
         break;
     case OutputFormat::table:
         writeTableReport(stdout, result);
+        // After the table has reached the terminal, so that the line comes last.
+        std::fflush(stdout);
+        writeUnreadableLine(stderr, result);
         break;
     }
     std::fflush(stdout);

@@ -35,6 +35,14 @@ void writeTableReport(FILE *stream, const ScanResult &result) {
     std::fprintf(stream, "%s\n", status.toUtf8().constData());
 }
 
+void writeUnreadableLine(FILE *stream, const ScanResult &result) {
+    if (result.unreadableFolders == 0)
+        return;
+    std::fprintf(stream, "%lld %s could not be read\n",
+                 static_cast<long long>(result.unreadableFolders),
+                 result.unreadableFolders == 1 ? "folder" : "folders");
+}
+
 void writeCsvReport(FILE *stream, const ScanResult &result) {
     QByteArray block(fileCsvHeader.toByteArray());
     for (const FileItem &file : result.files) {
@@ -77,6 +85,15 @@ void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned
         json.field("category", stats.category.rawValue());
         json.field("fileCount", stats.fileCount);
         json.field("totalSize", stats.totalSize);
+        json.endObject();
+    }
+    json.endArray();
+    json.field("unreadableFolders", result.unreadableFolders);
+    json.key("unreadablePaths");
+    json.beginArray();
+    for (const QByteArray &path : result.unreadablePaths) {
+        json.beginObject();
+        json.pathField("path", "rawPath", path);
         json.endObject();
     }
     json.endArray();

@@ -9,10 +9,14 @@ namespace ravelinth::cli {
 // The readable table: size, category, "Safe"/"Review" and path per file, then the status line.
 void writeTableReport(FILE *stream, const ScanResult &result);
 
+// "N folders could not be read", when any could not.
+void writeUnreadableLine(FILE *stream, const ScanResult &result);
+
 // The kept files as CSV, the same table the window exports.
 void writeCsvReport(FILE *stream, const ScanResult &result);
 
-// One JSON object with the walk's counters, the kept files and all nine category totals.
+// One JSON object with the walk's counters, the kept files, all nine category totals and the
+// folders that could not be read.
 void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned,
                      qint64 bytesScanned);
 

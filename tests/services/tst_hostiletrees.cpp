@@ -195,10 +195,12 @@ private slots:
         tree.file("list-only/sub/deeper.bin", 6 * MiB);
         tree.file("enter-only/not-listed.bin", 7 * MiB);
         tree.file("open/deeper/closed/gone.bin", 8 * MiB);
+        tree.folder("\xFFlocked");
         for (const auto &[folder, mode] : {std::pair{"locked", 0700},
                                            {"list-only", 0744},
                                            {"enter-only", 0711},
-                                           {"open/deeper/closed", 0}})
+                                           {"open/deeper/closed", 0},
+                                           {"\xFFlocked", 0}})
             ::chmod(tree.path(folder).constData(), mode_t(mode));
         const QByteArray home = tree.folder("nobody-home");
         ::chown(home.constData(), nobody, nobody);
@@ -211,9 +213,32 @@ private slots:
         QCOMPARE(splitPrint0(asNobody.out), (QList<QByteArray>{privateFile, a, b}));
         const ProcessOutput json =
             runRavelinth({"scan", tree.root(), "--min-size-mb", "1", "--json"}, user);
-        QCOMPARE(QJsonDocument::fromJson(json.out)[u"filesScanned"].toInteger(), 3);
+        const QJsonObject report = QJsonDocument::fromJson(json.out).object();
+        QCOMPARE(report[u"filesScanned"].toInteger(), 3);
+        // A folder that can be listed but not entered hides its entries' sizes, and cannot
+        // be opened below: its subfolder is what went unread.
+        QCOMPARE(report[u"unreadableFolders"].toInteger(), 5);
+        QSet<QByteArray> unreadable;
+        for (const QJsonValue &folder : report[u"unreadablePaths"].toArray()) {
+            const QJsonObject entry = folder.toObject();
+            unreadable.insert(
+                entry.contains(u"rawPath")
+                    ? QByteArray::fromPercentEncoding(entry[u"rawPath"].toString().toLatin1())
+                    : entry[u"path"].toString().toUtf8());
+        }
+        QCOMPARE(unreadable,
+                 (QSet<QByteArray>{tree.path("locked"), tree.path("list-only/sub"),
+                                   tree.path("enter-only"), tree.path("open/deeper/closed"),
+                                   tree.path("\xFFlocked")}));
+        const ProcessOutput table = runRavelinth({"scan", tree.root(), "--min-size-mb", "1"}, user);
+        QVERIFY2(table.err.endsWith("\n5 folders could not be read\n") ||
+                     table.err == "5 folders could not be read\n",
+                 table.err.constData());
         // The same tree as root: nothing is hidden from it.
         QCOMPARE(scan(tree.root(), MiB).outcome->files.size(), 9);
+        QCOMPARE(scan(tree.root(), MiB).outcome->unreadableFolders, 0);
+        const ProcessOutput asRoot = runRavelinth({"scan", tree.root(), "--min-size-mb", "1"});
+        QVERIFY2(!asRoot.err.contains("could not be read"), asRoot.err.constData());
 
         // A root folder that cannot be opened at all is a failure, not an empty result.
         const ProcessOutput locked =
@@ -221,6 +246,37 @@ private slots:
         QCOMPARE(locked.exitCode, 1);
         QVERIFY2(locked.err.endsWith("Failed to create directory enumerator\n"),
                  locked.err.constData());
+    }
+
+    // Past the first thousand only the count grows; which thousand is kept does not depend on
+    // how many walkers share the tree.
+    void unreadableFoldersPastAThousandAreCountedNotListed() {
+        if (!isRoot())
+            QSKIP("dropping to another user needs root");
+        TestTree tree(TreeReach::everyone);
+        ::chmod(tree.root().constData(), 0755);
+        for (int i = 0; i < 1003; ++i) {
+            const QByteArray folder =
+                tree.folder("f" + QByteArray::number(i % 7) + "/closed" + QByteArray::number(i));
+            ::chmod(folder.constData(), 0);
+        }
+        const QByteArray home = tree.folder("nobody-home");
+        ::chown(home.constData(), nobody, nobody);
+        ::chmod(home.constData(), 0700);
+        const User user{nobody, home, home + "/.local/share"};
+        QList<QJsonObject> reports;
+        for (const QByteArray walkers : {"1", "2", "5"}) {
+            qputenv("RAVELINTH_SCAN_THREADS", walkers);
+            const ProcessOutput json = runRavelinth({"scan", tree.root(), "--json"}, user);
+            QVERIFY2(json.exitCode == 0, json.err.constData());
+            reports.append(QJsonDocument::fromJson(json.out).object());
+        }
+        qunsetenv("RAVELINTH_SCAN_THREADS");
+        for (const QJsonObject &report : reports) {
+            QCOMPARE(report[u"unreadableFolders"].toInteger(), 1003);
+            QCOMPARE(report[u"unreadablePaths"].toArray().size(), 1000);
+            QCOMPARE(report[u"unreadablePaths"], reports[0][u"unreadablePaths"]);
+        }
     }
 };
 

@@ -79,6 +79,10 @@ qint64 FileOperations::pendingSize() const {
     return m_pending ? m_pending->totalSize() : 0;
 }
 
+int FileOperations::pendingLinkedCount() const {
+    return m_pending ? m_pending->linkedCount() : 0;
+}
+
 QStringList FileOperations::pendingNames() const {
     return m_pending ? m_pending->names(pendingNamesShown) : QStringList();
 }

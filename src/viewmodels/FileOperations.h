@@ -33,6 +33,8 @@ class FileOperations : public QObject {
     Q_PROPERTY(bool hasPendingMove READ hasPendingMove NOTIFY pendingMoveChanged)
     Q_PROPERTY(int pendingCount READ pendingCount NOTIFY pendingMoveChanged)
     Q_PROPERTY(qint64 pendingSize READ pendingSize NOTIFY pendingMoveChanged)
+    // How many of them have hard links elsewhere, so that the sheet can warn about the space.
+    Q_PROPERTY(int pendingLinkedCount READ pendingLinkedCount NOTIFY pendingMoveChanged)
     // Only the first few names: the sheet says how many more there are.
     Q_PROPERTY(QStringList pendingNames READ pendingNames NOTIFY pendingMoveChanged)
     // Set after a batch in which something could not be moved.
@@ -64,6 +66,7 @@ public:
     bool hasPendingMove() const { return m_pending.has_value(); }
     int pendingCount() const;
     qint64 pendingSize() const;
+    int pendingLinkedCount() const;
     QStringList pendingNames() const;
     const std::optional<TrashRequest> &pendingRequest() const { return m_pending; }
     bool hasTrashReport() const { return m_report.has_value(); }

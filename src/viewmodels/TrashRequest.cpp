@@ -11,6 +11,13 @@ qint64 TrashRequest::totalSize() const {
     return total;
 }
 
+int TrashRequest::linkedCount() const {
+    int count = 0;
+    for (const FileItem &file : files)
+        count += file.linkCount > 1 ? 1 : 0;
+    return count;
+}
+
 QStringList TrashRequest::names(qsizetype limit) const {
     QStringList shown;
     for (qsizetype i = 0; i < files.size() && i < limit; ++i)

@@ -20,6 +20,9 @@ struct TrashRequest {
     Scope scope = Scope::selection;
 
     qint64 totalSize() const;
+    // Files whose data has other names besides this one: moving them frees nothing while those
+    // names exist.
+    int linkedCount() const;
     // The first `limit` names as the list shows them, in the request's order.
     QStringList names(qsizetype limit) const;
 };

@@ -148,6 +148,20 @@ Dialog {
                     font.pixelSize: 12
                     color: Theme.secondaryText
                 }
+                Text {
+                    readonly property int linked: root.operations.pendingLinkedCount
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                    objectName: "trashConfirmationLinked"
+                    Layout.fillWidth: true
+                    visible: linked > 0
+                    text: (linked === 1 ? "1 file has" : linked + " files have")
+                          + " other names (hard links): moving " + (linked === 1 ? "it" : "them")
+                          + " to the Trash frees no space while the other names exist."
+                    wrapMode: Text.Wrap
+                    font.pixelSize: 12
+                    color: Theme.secondaryText
+                }
             }
         }
 

@@ -84,6 +84,29 @@ class TrashConfirmationTest : public QObject {
     }
 
 private slots:
+    // The sheet warns about the space only for files whose data has another name.
+    void theQuestionCountsFilesWithOtherNames() {
+        TestTree tree;
+        const QByteArray movie = tree.file("movie.mov", 3 * MiB);
+        QCOMPARE(::link(movie.constData(), tree.path("movie-too.mov").constData()), 0);
+        tree.file("alone.iso", 2 * MiB);
+        RavelinthViewModel model;
+        model.preferences()->setConfirmBeforeDelete(true);
+        scan(model, tree);
+        FileOperations &operations = *model.operations();
+        model.selectAll();
+        operations.requestMoveSelectedToTrash();
+        QCOMPARE(operations.pendingCount(), 3);
+        QCOMPARE(operations.pendingLinkedCount(), 2);
+        operations.cancelPendingMove();
+        operations.requestMoveToTrash(idsOf(model, {tree.path("alone.iso")}));
+        QCOMPARE(operations.pendingLinkedCount(), 0);
+        operations.requestMoveToTrash(idsOf(model, {tree.path("movie-too.mov")}));
+        QCOMPARE(operations.pendingLinkedCount(), 1);
+        operations.cancelPendingMove();
+        QCOMPARE(operations.pendingLinkedCount(), 0);
+    }
+
     void confirmationFollowsThePreference() {
         RavelinthViewModel model;
         Preferences &preferences = *model.preferences();

@@ -114,6 +114,7 @@ TestCase {
         compare(findChild(sheet, "trashConfirmationTitle").text, "Move 7 files to the Trash?")
         compare(sheet.title, "Move 7 files to the Trash?") // its name for screen readers
         verify(findChild(sheet, "trashConfirmationSize").text.startsWith("2.8 GB in total."))
+        verify(!findChild(sheet, "trashConfirmationLinked").visible) // no file has other names
         compare(shownNames(sheet), ["holiday.mov", "disk.iso", "backup.zip", "album.flac",
                                     "panorama.tiff"])
         const more = findChild(sheet, "trashConfirmationMore")

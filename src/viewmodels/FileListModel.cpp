@@ -350,6 +350,8 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const {
         return file->isSafeToDelete();
     case IsDefinitelySafeRole:
         return file->isDefinitelySafe();
+    case IsLinkedRole:
+        return file->linkCount > 1;
     case SelectedRole:
         // Until the rows of a new list arrive, the selection indexes a list the table does not
         // show yet.
@@ -376,6 +378,7 @@ QHash<int, QByteArray> FileListModel::roleNames() const {
         {IsSafeToDeleteRole, "isSafeToDelete"},
         {IsDefinitelySafeRole, "isDefinitelySafe"},
         {SelectedRole, "selected"},
+        {IsLinkedRole, "isLinked"},
     };
 }
 

@@ -59,6 +59,7 @@ public:
         IsSafeToDeleteRole,
         IsDefinitelySafeRole,
         SelectedRole,
+        IsLinkedRole, // the file's data has other names
     };
     enum Column {
         IconColumn,

@@ -28,7 +28,7 @@ Item {
     readonly property var minimumWidths: [32, 200, 80, 100, 80, 80]
     readonly property var maximumWidths: [32, Infinity, Infinity, Infinity, Infinity, Infinity]
     // "Modified" starts a little wider than the others so "50 minutes ago" fits this face.
-    property var columnWidths: [32, 300, 100, 120, 115, 100]
+    property var columnWidths: [32, 300, 100, 120, 115, 150]
     readonly property int rowHeight: 36
 
     function widthOf(column) {
@@ -363,12 +363,21 @@ Item {
                     id: statusCell
                     table: root
                     required property bool isSafeToDelete
-                    Accessible.name: isSafeToDelete ? "Safe" : "Review"
+                    required property bool isLinked
+                    Accessible.name: (isSafeToDelete ? "Safe" : "Review") + (isLinked ? ", Linked" : "")
                     SafeToDeleteBadge {
+                        id: safeBadge
                         objectName: "safeBadge"
                         x: 6
                         anchors.verticalCenter: parent.verticalCenter
                         isSafe: statusCell.isSafeToDelete
+                        onSelectedRow: statusCell.highlighted
+                    }
+                    LinkedBadge {
+                        objectName: "linkedBadge"
+                        x: safeBadge.x + safeBadge.width + 4
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: statusCell.isLinked
                         onSelectedRow: statusCell.highlighted
                     }
                 }

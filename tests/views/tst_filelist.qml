@@ -352,7 +352,7 @@ TestCase {
             const at = grip.mapToItem(view, grip.width / 2, grip.height / 2)
             mouseDrag(view, at.x, at.y, dx, 0)
         }
-        compare(widths(), [32, 1000 - 32 - 100 - 120 - 115 - 100, 100, 120, 115, 100])
+        compare(widths(), [32, 1000 - 32 - 100 - 120 - 115 - 150, 100, 120, 115, 150])
         verify(!findChild(headerCell(view, 0), "grip0").visible) // the icon column is fixed
 
         // Each of the right-hand columns: wider by a drag, then no narrower than its floor; the
@@ -361,7 +361,7 @@ TestCase {
             { column: 2, ideal: 100, minimum: 80 },
             { column: 3, ideal: 120, minimum: 100 },
             { column: 4, ideal: 115, minimum: 80 },
-            { column: 5, ideal: 100, minimum: 80 }
+            { column: 5, ideal: 150, minimum: 80 }
         ]
         for (const c of cases) {
             drag(c.column, 40)

@@ -21,18 +21,29 @@ namespace ravelinth::cli {
 namespace {
 
 constexpr const char *scanUsage =
-    "Usage: ravelinth scan PATH [--min-size-mb N] [--hidden] [--binary] [--json | --csv | "
-    "--print0]\n"
+    "Usage: ravelinth scan PATH [--min-size-mb N] [--hidden] [--exclude PATTERN]... [-x]\n"
+    "                      [--network] [--binary] [--json | --csv | --print0]\n"
     "\n"
     "Walks PATH and lists every file of at least N binary megabytes (N x 1024 x 1024 bytes;\n"
-    "default 100, fractions allowed), largest first. System folders are always skipped.\n"
+    "default 100, fractions allowed), largest first. System folders are always skipped, and\n"
+    "so are network and user-space file systems unless --network is given. A file whose data\n"
+    "has several names counts once in the totals.\n"
     "\n"
-    "  --min-size-mb N  size threshold in megabytes\n"
-    "  --hidden         include hidden files and folders\n"
-    "  --binary         show sizes in 1024-based units (KiB, MiB, GiB)\n"
-    "  --json           print the whole result as one JSON object\n"
-    "  --csv            print the files as CSV: name,path,size,category,modified,safe\n"
-    "  --print0         print the exact paths, each followed by a NUL byte\n"
+    "  --min-size-mb N      size threshold in megabytes\n"
+    "  --hidden             include hidden files and folders\n"
+    "  --exclude PATTERN    leave out what PATTERN names (repeatable): a PATTERN that starts\n"
+    "                       with / is a folder; one with another / a shell pattern for the\n"
+    "                       path below PATH; anything else a shell pattern for names, such\n"
+    "                       as node_modules or '*.vmdk'\n"
+    "  -x, --one-file-system  stay on the file system PATH is on\n"
+    "  --network            also enter network and user-space (FUSE) file systems\n"
+    "  --binary             show sizes in 1024-based units (KiB, MiB, GiB)\n"
+    "  --json               print the whole result as one JSON object\n"
+    "  --csv                print the files as CSV: name,path,size,category,modified,safe\n"
+    "  --print0             print the exact paths, each followed by a NUL byte\n"
+    "\n"
+    "Folders that could not be read, and mounts that were not entered, are reported on\n"
+    "standard error after the table.\n"
     "\n"
     "Ctrl+C stops the walk and prints what was found so far.\n";
 
@@ -42,6 +53,9 @@ struct ScanOptions {
     QByteArray path;
     qint64 minFileSizeBytes = 100LL * 1024 * 1024;
     bool includeHidden = false;
+    ScanExclusions exclusions;
+    bool oneFileSystem = false;
+    bool network = false;
     OutputFormat format = OutputFormat::table;
 };
 
@@ -85,6 +99,22 @@ std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &option
                 return exitSuccess;
             } else if (argument == "--hidden") {
                 options.includeHidden = true;
+            } else if (argument == "-x" || argument == "--one-file-system") {
+                options.oneFileSystem = true;
+            } else if (argument == "--network") {
+                options.network = true;
+            } else if (argument == "--exclude" || argument.startsWith("--exclude=")) {
+                QByteArray value;
+                if (argument.contains('=')) {
+                    value = argument.mid(argument.indexOf('=') + 1);
+                } else if (i + 1 < arguments.size()) {
+                    value = arguments[++i];
+                } else {
+                    return usageError("--exclude needs a pattern");
+                }
+                if (value.isEmpty())
+                    return usageError("--exclude needs a pattern that is not empty");
+                options.exclusions.add(std::move(value));
             } else if (argument == "--binary") {
                 setDefaultByteUnits(ByteUnits::binary);
             } else if (const auto format = outputFormat(argument)) {
@@ -168,6 +198,9 @@ int runScanCommand(const QList<QByteArray> &arguments) {
     configuration.includeHiddenFiles = options.includeHidden;
     configuration.skipSystemDirectories = true;
     configuration.followSymlinks = false;
+    configuration.exclusions = options.exclusions;
+    configuration.stayOnOneFileSystem = options.oneFileSystem;
+    configuration.scanNetworkDrives = options.network;
 
     FileScannerService scanner;
     ProgressLine progress;
@@ -209,6 +242,7 @@ int runScanCommand(const QList<QByteArray> &arguments) {
         writeTableReport(stdout, result);
         // After the table has reached the terminal, so that the line comes last.
         std::fflush(stdout);
+        writeSkippedMountLines(stderr, result);
         writeUnreadableLine(stderr, result);
         break;
     }

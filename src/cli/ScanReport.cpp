@@ -35,6 +35,16 @@ void writeTableReport(FILE *stream, const ScanResult &result) {
     std::fprintf(stream, "%s\n", status.toUtf8().constData());
 }
 
+void writeSkippedMountLines(FILE *stream, const ScanResult &result) {
+    for (const SkippedMount &mount : result.skippedMounts) {
+        const QString type = mount.fsType.isEmpty() ? u"unknown type"_qs
+                                                    : displayText(mount.fsType);
+        std::fprintf(stream, "Not entered: %s (%s: %s)\n",
+                     terminalText(displayText(mount.path)).constData(),
+                     terminalText(type).constData(), mount.reasonText().toUtf8().constData());
+    }
+}
+
 void writeUnreadableLine(FILE *stream, const ScanResult &result) {
     if (result.unreadableFolders == 0)
         return;
@@ -94,6 +104,16 @@ void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned
     for (const QByteArray &path : result.unreadablePaths) {
         json.beginObject();
         json.pathField("path", "rawPath", path);
+        json.endObject();
+    }
+    json.endArray();
+    json.key("skippedMounts");
+    json.beginArray();
+    for (const SkippedMount &mount : result.skippedMounts) {
+        json.beginObject();
+        json.pathField("path", "rawPath", mount.path);
+        json.field("fsType", displayText(mount.fsType));
+        json.field("reason", mount.reasonCode());
         json.endObject();
     }
     json.endArray();

@@ -9,6 +9,9 @@ namespace ravelinth::cli {
 // The readable table: size, category, "Safe"/"Review" and path per file, then the status line.
 void writeTableReport(FILE *stream, const ScanResult &result);
 
+// "Not entered: PATH (TYPE: why)" for each mount the walk passed over.
+void writeSkippedMountLines(FILE *stream, const ScanResult &result);
+
 // "N folders could not be read", when any could not.
 void writeUnreadableLine(FILE *stream, const ScanResult &result);
 
@@ -16,7 +19,7 @@ void writeUnreadableLine(FILE *stream, const ScanResult &result);
 void writeCsvReport(FILE *stream, const ScanResult &result);
 
 // One JSON object with the walk's counters, the kept files, all nine category totals and the
-// folders that could not be read.
+// folders that could not be read and the mounts that were not entered.
 void writeJsonReport(FILE *stream, const ScanResult &result, qint64 filesScanned,
                      qint64 bytesScanned);
 

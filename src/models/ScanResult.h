@@ -2,6 +2,8 @@
 
 #include "models/CategoryStats.h"
 #include "models/FileItem.h"
+#include "models/ScanExclusions.h"
+#include "models/SkippedMount.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -24,6 +26,7 @@ struct ScanResult {
     qint64 unreadableFolders = 0;
     QList<QByteArray> unreadablePaths;
     static constexpr qsizetype unreadablePathsKept = 1000;
+    QList<SkippedMount> skippedMounts;
     double duration = 0;    // seconds
     QByteArray scannedPath; // exactly as the caller passed it
     QDateTime timestamp;
@@ -34,6 +37,9 @@ struct ScanConfiguration {
     bool includeHiddenFiles = false;
     bool skipSystemDirectories = false;
     bool followSymlinks = false; // carried, never consulted: links are not followed
+    ScanExclusions exclusions{};
+    bool stayOnOneFileSystem = false;
+    bool scanNetworkDrives = false;
 };
 
 } // namespace ravelinth

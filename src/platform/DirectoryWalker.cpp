@@ -59,11 +59,11 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
     const bool rootIsSlash = path == "/";
     std::vector<Frame> stack;
 
-    auto pushFolder = [&](int fd, qsizetype pathLength, std::optional<dev_t> parentDevice,
-                          const std::vector<FolderIdentity> &pruned) {
+    // `parent` lies in the stack, so it is used up before the new frame goes in.
+    auto pushFolder = [&](int fd, const Frame *parent, const WalkOptions *options) {
         Frame frame;
         const FrameOpening opening =
-            openFrame(fd, pathLength, d->buffer, frame, parentDevice, pruned);
+            openFrame(fd, path.size(), d->buffer, frame, parent, options, path);
         if (opening == FrameOpening::opened) {
             stack.push_back(std::move(frame));
             trimDescriptors(stack);
@@ -72,7 +72,7 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
     };
 
     // The root is walked even when it is one of the pruned folders: it was asked for by name.
-    pushFolder(d->rootFd, path.size(), std::nullopt, {});
+    pushFolder(d->rootFd, nullptr, nullptr);
     d->rootFd = -1; // now owned by the stack
 
     WalkEntry entry;
@@ -104,8 +104,7 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
             bool unreadable = false;
             const int fd = openSubfolder(frame.fd, name, unreadable);
             if (fd >= 0) {
-                unreadable = pushFolder(fd, path.size(), frame.device, d->options.prunedFolders) ==
-                             FrameOpening::unreadable;
+                unreadable = pushFolder(fd, &frame, &d->options) == FrameOpening::unreadable;
             }
             if (unreadable) {
                 entry.unreadableFolder = true;

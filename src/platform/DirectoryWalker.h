@@ -46,6 +46,10 @@ struct WalkOptions {
     // Folders never entered below the root, however the walk reaches them: a path compared as
     // text misses the same folder behind a link, a doubled slash or a "/./".
     std::vector<FolderIdentity> prunedFolders;
+    // Asked before the walk enters a folder seen through another mount than the folder holding
+    // it (another file system, or a bind mount of some folder); false passes it over. Called
+    // concurrently by a parallel walk.
+    std::function<bool(QByteArrayView path, std::uint64_t mountId, dev_t device)> mayEnterMount;
     // Asked before every folder the walk would open; once it answers true the walk ends as if a
     // visit had said stop. A tree of empty folders gives no other moment to notice a stop.
     std::function<bool()> isStopRequested;

@@ -1,5 +1,6 @@
 #include "platform/FolderListing.h"
 
+#include "platform/MountTable.h"
 #include "platform/PseudoFileSystems.h"
 
 #include <QtGlobal>
@@ -84,22 +85,32 @@ bool readListing(int fd, std::vector<char> &, Listing &listing) {
 #endif
 
 FrameOpening openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
-                       std::optional<dev_t> parentDevice,
-                       const std::vector<FolderIdentity> &pruned) {
-    struct stat info {};
-    if (::fstat(fd, &info) != 0) {
+                       const Frame *parent, const WalkOptions *options, QByteArrayView path) {
+    const std::optional<OpenFolderIdentity> identity = identifyOpenFolder(fd);
+    if (!identity) {
         ::close(fd);
         return FrameOpening::unreadable;
     }
-    if (std::find(pruned.begin(), pruned.end(), FolderIdentity{info.st_dev, info.st_ino}) !=
-            pruned.end() ||
-        ((!parentDevice || *parentDevice != info.st_dev) && isPseudoFileSystem(fd))) {
+    bool passedOver = false;
+    if (options && parent) {
+        const std::vector<FolderIdentity> &pruned = options->prunedFolders;
+        passedOver = std::find(pruned.begin(), pruned.end(),
+                               FolderIdentity{identity->device, identity->inode}) != pruned.end();
+    }
+    const bool crossesMount = !parent || parent->mountId != identity->mountId;
+    if (!passedOver && crossesMount) {
+        passedOver = (!parent || parent->device != identity->device) && isPseudoFileSystem(fd);
+        if (!passedOver && parent && options && options->mayEnterMount)
+            passedOver = !options->mayEnterMount(path, identity->mountId, identity->device);
+    }
+    if (passedOver) {
         ::close(fd);
         return FrameOpening::passedOver;
     }
     frame.fd = fd;
-    frame.device = info.st_dev;
-    frame.inode = info.st_ino;
+    frame.device = identity->device;
+    frame.inode = identity->inode;
+    frame.mountId = identity->mountId;
     frame.pathLength = pathLength;
     if (!readListing(fd, buffer, frame.listing)) {
         ::close(fd);

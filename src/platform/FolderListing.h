@@ -36,6 +36,7 @@ struct Frame {
     int fd = -1;
     dev_t device = 0;
     ino_t inode = 0;
+    std::uint64_t mountId = 0;
     qsizetype pathLength = 0; // length of this folder's path in the walk's path buffer
     Listing listing;
     std::size_t next = 0;
@@ -44,12 +45,13 @@ struct Frame {
 enum class FrameOpening { opened, passedOver, unreadable };
 
 // Makes a frame of the open folder `fd` (taking the descriptor), or closes it and says why not:
-// passedOver when the folder lies on a pseudo file system or is one of `pruned`, unreadable when
-// it cannot be examined or listed. `parentDevice` is the device of the folder holding it, if any:
-// a folder on its parent's device needs no file-system check.
+// unreadable when it cannot be examined or listed, passedOver when it lies on a pseudo file
+// system or, for a subfolder, when it is one of the options' pruned folders or a mount they do
+// not let the walk enter. `parent` is the frame of the folder holding it (none where a walk
+// begins): a folder on its parent's mount needs no file-system check. `path` is its path.
 FrameOpening openFrame(int fd, qsizetype pathLength, std::vector<char> &buffer, Frame &frame,
-                       std::optional<dev_t> parentDevice = std::nullopt,
-                       const std::vector<FolderIdentity> &pruned = {});
+                       const Frame *parent = nullptr, const WalkOptions *options = nullptr,
+                       QByteArrayView path = {});
 
 // True when the walk should end before opening another folder.
 inline bool isStopRequested(const WalkOptions &options) {

@@ -248,9 +248,9 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
             bool unreadable = false;
             const int fd = openSubfolder(frame.fd, name, unreadable);
             Frame child;
-            const FrameOpening opening = fd >= 0 ? openFrame(fd, path.size(), me.buffer, child,
-                                                             frame.device, options.prunedFolders)
-                                                 : FrameOpening::passedOver;
+            const FrameOpening opening =
+                fd >= 0 ? openFrame(fd, path.size(), me.buffer, child, &frame, &options, path)
+                        : FrameOpening::passedOver;
             if (unreadable || opening == FrameOpening::unreadable) {
                 // Goes in the order where the folder's own contents would have been.
                 entry.unreadableFolder = true;
@@ -335,6 +335,7 @@ void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &s
         task.frame.fd = fd;
         task.frame.device = frame.device;
         task.frame.inode = frame.inode;
+        task.frame.mountId = frame.mountId;
         task.frame.pathLength = frame.pathLength;
         // A folder deeper down the branch no longer needs its names; the one being listed does.
         if (isTop) {

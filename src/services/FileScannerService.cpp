@@ -7,6 +7,8 @@
 #include "platform/ParallelDirectoryWalker.h"
 #include "platform/ThreadPriority.h"
 #include "platform/WorkingFolder.h"
+#include "platform/MountTable.h"
+#include "services/MountBoundary.h"
 #include "services/ProgressMailbox.h"
 #include "services/ScanCounter.h"
 #include "services/ScanPruning.h"
@@ -202,6 +204,14 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             platform::WalkOptions options;
             options.skipHiddenEntries = !configuration.includeHiddenFiles;
             addScanPruning(options, configuration.skipSystemDirectories);
+            addScanExclusions(options, configuration.exclusions, *absolute);
+            MountBoundary boundary(platform::readMountTable(), *absolute,
+                                   {configuration.stayOnOneFileSystem,
+                                    configuration.scanNetworkDrives});
+            options.mayEnterMount = [&boundary](QByteArrayView at, std::uint64_t mountId,
+                                                dev_t device) {
+                return boundary.mayEnter(at, mountId, device);
+            };
             options.isStopRequested = [state] {
                 return state->cancelRequested.load(std::memory_order_relaxed) ||
                        state->abandoned.load(std::memory_order_relaxed);
@@ -311,6 +321,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             bySize = {};
             permuteInPlace(files, order);
             result.files = std::move(files);
+            result.skippedMounts = boundary.skipped();
             result.scannedPath = *absolute;
             result.timestamp = QDateTime::currentDateTimeUtc();
             return result;

@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <memory>
+
 #include <sys/stat.h>
 
 namespace ravelinth {
@@ -42,6 +44,22 @@ void addScanPruning(platform::WalkOptions &options, bool skipSystemDirectories) 
                 return true;
         }
         return skipSystemDirectories && isNumberedTrashFolder(name);
+    };
+}
+
+void addScanExclusions(platform::WalkOptions &options, const ScanExclusions &exclusions,
+                       const QByteArray &root) {
+    for (const QByteArray &folder : exclusions.folders) {
+        struct stat info {};
+        if (::stat(folder.constData(), &info) == 0 && S_ISDIR(info.st_mode))
+            options.prunedFolders.push_back({info.st_dev, info.st_ino});
+    }
+    if (exclusions.patterns.isEmpty())
+        return;
+    auto patterns = std::make_shared<const ExclusionPatterns>(exclusions.patterns, root);
+    options.isPruned = [patterns, pruned = std::move(options.isPruned)](QByteArrayView path,
+                                                                        QByteArrayView name) {
+        return (pruned && pruned(path, name)) || patterns->excludes(path, name);
     };
 }
 

@@ -196,6 +196,12 @@ QList<FileItem> FileOperations::copiesOf(const QStringList &fileIds) const {
     return files;
 }
 
+void FileOperations::excludeFolderOf(const QString &fileId) {
+    const QList<const FileItem *> files = lookUp({fileId}, false);
+    if (!files.isEmpty())
+        emit folderExclusionRequested(files.first()->parentPath().toByteArray());
+}
+
 QStringList FileOperations::existing(const QStringList &fileIds) const {
     QStringList ids;
     for (const FileItem *file : lookUp(fileIds, true))

@@ -87,6 +87,8 @@ public:
     Q_INVOKABLE void open(const QStringList &fileIds) const;
     // Puts the path of the first file (and only that one) on the clipboard as plain text.
     Q_INVOKABLE void copyPath(const QStringList &fileIds) const;
+    // Asks that the folder holding the file be left out of later scans.
+    Q_INVOKABLE void excludeFolderOf(const QString &fileId);
     // The identifiers among `fileIds` that name a listed file, in the files' order.
     Q_INVOKABLE QStringList existing(const QStringList &fileIds) const;
     // Their display paths, in the order asked.
@@ -97,6 +99,7 @@ public:
     Q_INVOKABLE void exportList(const QUrl &destination, int nameFilterIndex);
 
 signals:
+    void folderExclusionRequested(const QByteArray &folder);
     // Files left the list; the disk and the statistics have changed.
     void filesMoved();
     void failed(const QString &message);

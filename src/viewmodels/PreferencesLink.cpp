@@ -40,6 +40,9 @@ void PreferencesLink::carry() {
     // Read when the next scan begins, or the next move is asked for, so they may change at any
     // time.
     m_scan.setSkipSystemDirectories(m_preferences.skipSystemDirectories());
+    m_scan.setExclusions(m_preferences.exclusions());
+    m_scan.setStayOnOneFileSystem(m_preferences.stayOnOneFileSystem());
+    m_scan.setScanNetworkDrives(m_preferences.scanNetworkDrives());
     m_operations.setConfirmationRequired(m_preferences.confirmBeforeDelete());
 
     const bool binary = m_preferences.showSizesInBinary();

@@ -12,7 +12,8 @@ class Preferences;
 class ScanController;
 
 // Carries the stored preferences into the parts that act on them, once when made and again on
-// every change: the scanner's threshold, hidden files and system folders, the units of every
+// every change: the scanner's threshold, hidden files, system folders, exclusions and mount
+// boundaries, the units of every
 // size, and whether a move to the Trash asks first. A running scan keeps the threshold and
 // hidden-files choice it shows; a change made meanwhile reaches the scanner when the scan ends.
 // Only a preference that changed is carried, so a threshold typed into the scanner survives a

@@ -9,6 +9,7 @@
 #include "viewmodels/MoveUndo.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/PreferencesLink.h"
+#include "viewmodels/ScanGaps.h"
 #include "viewmodels/ScanController.h"
 #include "viewmodels/SelectionController.h"
 
@@ -22,7 +23,8 @@ struct RavelinthViewModel::Parts {
           fileList(new FileListModel(root)), selection(new SelectionController(*fileList, root)),
           operations(new FileOperations(*fileList, trash, root)),
           undo(new MoveUndo(trash, *fileList, *scan, root)),
-          categoryStats(new CategoryStatsModel(root)), preferences(new Preferences(root)),
+          categoryStats(new CategoryStatsModel(root)), gaps(new ScanGaps(root)),
+          preferences(new Preferences(root)),
           preferencesLink(
               new PreferencesLink(*preferences, {*scan, *fileList, *operations}, root)) {}
 
@@ -34,6 +36,7 @@ struct RavelinthViewModel::Parts {
     FileOperations *operations;
     MoveUndo *undo;
     CategoryStatsModel *categoryStats;
+    ScanGaps *gaps;
     Preferences *preferences;
     PreferencesLink *preferencesLink;
     bool showSettings = false;
@@ -50,6 +53,9 @@ RavelinthViewModel::RavelinthViewModel(QObject *parent)
     };
     connect(d->scan, &ScanController::starting, this, clearResults);
     connect(d->scan, &ScanController::cleared, this, clearResults);
+    connect(d->scan, &ScanController::starting, d->gaps, &ScanGaps::clear);
+    connect(d->scan, &ScanController::cleared, d->gaps, &ScanGaps::clear);
+    connect(d->scan, &ScanController::finished, d->gaps, &ScanGaps::take);
     connect(d->scan, &ScanController::finished, this, [this](const ScanResult &result) {
         d->fileList->setFiles(result.files);
         d->categoryStats->setStats(
@@ -62,6 +68,8 @@ RavelinthViewModel::RavelinthViewModel(QObject *parent)
     connect(d->operations, &FileOperations::filesMoved, this,
             &RavelinthViewModel::refreshAfterMove);
     connect(d->operations, &FileOperations::batchMoved, d->undo, &MoveUndo::noteMove);
+    connect(d->operations, &FileOperations::folderExclusionRequested, d->preferences,
+            &Preferences::addExcludedFolder);
     connect(d->undo, &MoveUndo::filesRestored, this, &RavelinthViewModel::refreshAfterMove);
     connect(d->undo, &MoveUndo::failed, this, showError);
     QMetaObject::invokeMethod(this, &RavelinthViewModel::loadDiskInfo, Qt::QueuedConnection);
@@ -89,6 +97,9 @@ MoveUndo *RavelinthViewModel::undo() const {
 }
 CategoryStatsModel *RavelinthViewModel::categoryStatsModel() const {
     return d->categoryStats;
+}
+ScanGaps *RavelinthViewModel::gaps() const {
+    return d->gaps;
 }
 Preferences *RavelinthViewModel::preferences() const {
     return d->preferences;

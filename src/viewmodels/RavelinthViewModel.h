@@ -22,6 +22,7 @@ class FileOperations;
 class MoveUndo;
 class Preferences;
 class ScanController;
+class ScanGaps;
 class SelectionController;
 class TrashService;
 
@@ -41,6 +42,7 @@ class RavelinthViewModel : public QObject {
     Q_MOC_INCLUDE("viewmodels/MoveUndo.h")
     Q_MOC_INCLUDE("viewmodels/Preferences.h")
     Q_MOC_INCLUDE("viewmodels/ScanController.h")
+    Q_MOC_INCLUDE("viewmodels/ScanGaps.h")
     Q_MOC_INCLUDE("viewmodels/SelectionController.h")
     Q_PROPERTY(ravelinth::ScanController *scan READ scan CONSTANT)
     Q_PROPERTY(ravelinth::DiskInfoController *disk READ disk CONSTANT)
@@ -49,6 +51,7 @@ class RavelinthViewModel : public QObject {
     Q_PROPERTY(ravelinth::FileOperations *operations READ operations CONSTANT)
     Q_PROPERTY(ravelinth::MoveUndo *undo READ undo CONSTANT)
     Q_PROPERTY(ravelinth::CategoryStatsModel *categoryStats READ categoryStatsModel CONSTANT)
+    Q_PROPERTY(ravelinth::ScanGaps *gaps READ gaps CONSTANT)
     Q_PROPERTY(ravelinth::Preferences *preferences READ preferences CONSTANT)
     Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY showSettingsChanged)
     // "" when there is no message; writing "" clears it (the alert's "OK")
@@ -66,6 +69,7 @@ public:
     FileOperations *operations() const;
     MoveUndo *undo() const;
     CategoryStatsModel *categoryStatsModel() const;
+    ScanGaps *gaps() const;
     Preferences *preferences() const;
 
     bool showSettings() const;

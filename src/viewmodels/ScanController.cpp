@@ -93,6 +93,9 @@ void ScanController::begin(std::shared_ptr<FileScannerService> scanner,
     configuration.includeHiddenFiles = m_includeHiddenFiles;
     configuration.skipSystemDirectories = m_skipSystemDirectories;
     configuration.followSymlinks = false;
+    configuration.exclusions = m_exclusions;
+    configuration.stayOnOneFileSystem = m_stayOnOneFileSystem;
+    configuration.scanNetworkDrives = m_scanNetworkDrives;
     QPointer<ScanController> self(this);
     auto progress = [self, task](qint64 files, qint64 bytes, const QString &current) {
         if (self && self->m_task == task)

@@ -40,6 +40,10 @@ public:
     // Read when a scan begins; pseudo file systems are never entered either way.
     bool skipSystemDirectories() const { return m_skipSystemDirectories; }
     void setSkipSystemDirectories(bool skip) { m_skipSystemDirectories = skip; }
+    // Read when a scan begins, like the system folders.
+    void setExclusions(ScanExclusions exclusions) { m_exclusions = std::move(exclusions); }
+    void setStayOnOneFileSystem(bool stay) { m_stayOnOneFileSystem = stay; }
+    void setScanNetworkDrives(bool scan) { m_scanNetworkDrives = scan; }
 
     // Whether a file at `path` of `size` bytes belongs to the results of the last scan that
     // finished: under its folder, at or above its threshold, visible to it.
@@ -76,6 +80,9 @@ private:
     double m_minFileSizeMB = 100.0;
     bool m_includeHiddenFiles = false;
     bool m_skipSystemDirectories = true;
+    ScanExclusions m_exclusions;
+    bool m_stayOnOneFileSystem = false;
+    bool m_scanNetworkDrives = false;
     bool m_progressAnnouncementPending = false;
     std::shared_ptr<FileScannerService> m_scanner;
     struct ResultScope {

@@ -79,6 +79,15 @@ Menu {
         symbol: "doc.on.doc"
         onTriggered: root.copyPath()
     }
+    Entry {
+        objectName: "excludeFolder"
+        text: "Exclude Folder from Scans"
+        symbol: "eye.slash"
+        onTriggered: {
+            RavelinthViewModel.operations.excludeFolderOf(root.file)
+            root.acted("exclude")
+        }
+    }
     MenuSeparator {}
     Entry {
         objectName: "moveToTrash"

@@ -15,6 +15,7 @@
 #include "viewmodels/Preferences.h"
 #include "viewmodels/RavelinthViewModel.h"
 #include "viewmodels/ScanController.h"
+#include "viewmodels/ScanGaps.h"
 #include "viewmodels/SelectionController.h"
 
 #include <QObject>
@@ -83,6 +84,13 @@ struct MoveUndoForeign {
     QML_NAMED_ELEMENT(MoveUndo)
     QML_UNCREATABLE("Reached through RavelinthViewModel.undo")
 };
+struct ScanGapsForeign {
+    Q_GADGET
+    QML_FOREIGN(ravelinth::ScanGaps)
+    QML_NAMED_ELEMENT(ScanGaps)
+    QML_UNCREATABLE("Reached through RavelinthViewModel.gaps")
+};
+
 struct CategoryStatsModelForeign {
     Q_GADGET
     QML_FOREIGN(ravelinth::CategoryStatsModel)

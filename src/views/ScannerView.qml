@@ -330,5 +330,9 @@ Rectangle {
             filesScanned: RavelinthViewModel.scan.state.filesScanned
             bytesScanned: RavelinthViewModel.scan.state.bytesScanned
         }
+        ScanGapsLine {
+            objectName: "scanGaps"
+            Layout.fillWidth: true
+        }
     }
 }

@@ -4,12 +4,13 @@ import Ravelinth
 import QtQuick.Controls
 import QtQuick.Layouts
 
-// The settings: the stored preferences, a reference of keyboard shortcuts, and an about page.
+// The settings: the stored preferences, what scans leave out, a reference of keyboard shortcuts,
+// and an about page.
 // Every control writes its preference the moment it changes.
 Item {
     id: root
-    property int currentTab: 0 // 0 General, 1 Shortcuts, 2 About
-    readonly property int tabCount: 3
+    property int currentTab: 0 // 0 General, 1 Exclusions, 2 Shortcuts, 3 About
+    readonly property int tabCount: 4
     // While a list of choices is open, Escape belongs to it and not to the window.
     readonly property bool popupOpen: sizePicker.popup.visible
     readonly property var sizeChoices: [
@@ -38,8 +39,8 @@ Item {
         return -1
     }
 
-    implicitWidth: 450
-    implicitHeight: 350
+    implicitWidth: 480
+    implicitHeight: 430
 
     // Ctrl+Tab and Ctrl+Shift+Tab go round the tabs, as in other tabbed windows. With Shift,
     // Tab arrives as Backtab.
@@ -55,14 +56,14 @@ Item {
     // The tab the keys opened takes the focus with it, so the reader names where it is.
     function selectTab(index) {
         currentTab = index
-        const tab = [generalTab, shortcutsTab, aboutTab][index]
+        const tab = [generalTab, exclusionsTab, shortcutsTab, aboutTab][index]
         if (tab)
             tab.forceActiveFocus(Qt.TabFocusReason)
     }
 
     // The window opens with its first control focused: the tab that is showing.
     function focusFirstControl() {
-        [generalTab, shortcutsTab, aboutTab][currentTab].forceActiveFocus(Qt.TabFocusReason)
+        [generalTab, exclusionsTab, shortcutsTab, aboutTab][currentTab].forceActiveFocus(Qt.TabFocusReason)
     }
 
     component PaneTab: Item {
@@ -164,18 +165,25 @@ Item {
                 index: 0
             }
             PaneTab {
+                id: exclusionsTab
+                objectName: "exclusionsTab"
+                title: "Exclusions"
+                icon: "eye.slash"
+                index: 1
+            }
+            PaneTab {
                 id: shortcutsTab
                 objectName: "shortcutsTab"
                 title: "Shortcuts"
                 icon: "keyboard"
-                index: 1
+                index: 2
             }
             PaneTab {
                 id: aboutTab
                 objectName: "aboutTab"
                 title: "About"
                 icon: "info.circle"
-                index: 2
+                index: 3
             }
         }
         Rectangle {
@@ -237,6 +245,16 @@ Item {
                         text: "Skip system directories"
                         key: "skipSystemDirectories"
                     }
+                    PreferenceToggle {
+                        objectName: "oneFileSystemToggle"
+                        text: "Stay on the scanned folder's file system"
+                        key: "stayOnOneFileSystem"
+                    }
+                    PreferenceToggle {
+                        objectName: "networkDrivesToggle"
+                        text: "Scan network drives"
+                        key: "scanNetworkDrives"
+                    }
                     SectionTitle {
                         text: "Display"
                     }
@@ -259,6 +277,10 @@ Item {
                         Layout.fillHeight: true
                     }
                 }
+            }
+
+            ExclusionsPane {
+                objectName: "exclusionsPane"
             }
 
             // Shortcuts

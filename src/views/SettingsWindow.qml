@@ -8,12 +8,12 @@ import QtQuick.Controls
 ApplicationWindow {
     id: root
     title: "Settings"
-    width: 450
-    height: 350
-    minimumWidth: 450
-    minimumHeight: 350
-    maximumWidth: 450
-    maximumHeight: 350
+    width: 480
+    height: 430
+    minimumWidth: 480
+    minimumHeight: 430
+    maximumWidth: 480
+    maximumHeight: 430
     color: Theme.windowBackground
     // Closing the window withdraws the root's request, so the next request opens it again.
     onClosing: RavelinthViewModel.showSettings = false

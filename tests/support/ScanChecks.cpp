@@ -13,7 +13,11 @@ namespace ravelinth::test {
 
 Scan scan(const QByteArray &path, qint64 minimum, bool hidden) {
     FileScannerService service;
-    ScanOutcome outcome = waitForScan(service.scan(path, {minimum, hidden, true, false}));
+    ScanConfiguration configuration;
+    configuration.minFileSizeBytes = minimum;
+    configuration.includeHiddenFiles = hidden;
+    configuration.skipSystemDirectories = true;
+    ScanOutcome outcome = waitForScan(service.scan(path, configuration));
     return {std::move(outcome), service.filesScanned()};
 }
 

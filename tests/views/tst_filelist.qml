@@ -311,8 +311,8 @@ TestCase {
         tryCompare(menu, "opened", true)
         compare([menu.selection, menu.file, tableView(view).contextRow], [[vm.fileList.fileIdAt(3)], vm.fileList.fileIdAt(3), 3])
         compare(selectedRows(), [0, 1])
-        compare([0, 1, 2, 4].map(i => menu.itemAt(i).text),
-                ["Show in File Manager", "Open", "Copy Path", "Move to Trash"])
+        compare([0, 1, 2, 3, 5].map(i => menu.itemAt(i).text),
+                ["Show in File Manager", "Open", "Copy Path", "Exclude Folder from Scans", "Move to Trash"])
 
         // "Open" opens the file itself.
         mouseClick(menu.itemAt(1))
@@ -327,7 +327,7 @@ TestCase {
         mouseClick(cell(view, 1), 10, 10, Qt.RightButton)
         tryCompare(menu, "opened", true)
         compare([menu.selection.length, menu.selectedFiles.length], [3, 3])
-        mouseClick(menu.itemAt(4))
+        mouseClick(menu.itemAt(5))
         tryCompare(vm.fileList, "fileCount", 4, 10000)
         compare(["Movies/holiday.mov", "Archives/backup.zip", "Pictures/panorama.tiff",
                  "Other/data.bin"].map(path => folder.exists(path)), [false, false, false, true])

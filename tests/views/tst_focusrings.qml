@@ -92,6 +92,6 @@ TestCase {
         const loader = findChild(window.contentItem, "settingsLoader")
         tryVerify(() => loader.item !== null)
         const stops = walk(window, findChild(loader.item, "generalTab"))
-        compare(stops.length, 3 + 1 + 4, stops.join(", "))
+        compare(stops.length, 4 + 1 + 6, stops.join(", "))
     }
 }

@@ -112,7 +112,7 @@ TestCase {
     function test_shortcutsUseThisPlatformsKeys() {
         const page = createTemporaryObject(settingsComponent, testCase)
         mouseClick(findChild(page, "shortcutsTab"))
-        compare(part(page, "settingsView").currentTab, 1)
+        compare(part(page, "settingsView").currentTab, 2)
         const rows = shortcutRows(page)
         compare(rows, [["Ctrl N", "New Scan"], ["Ctrl O", "Browse for Folder"], ["Ctrl .", "Stop Scan"],
                        ["Ctrl F", "Search Files"], ["Ctrl A", "Select All"], ["Ctrl Shift A", "Deselect All"],
@@ -125,7 +125,7 @@ TestCase {
     function test_aboutNamesThisPlatform() {
         const page = createTemporaryObject(settingsComponent, testCase)
         mouseClick(findChild(page, "aboutTab"))
-        compare(part(page, "settingsView").currentTab, 2)
+        compare(part(page, "settingsView").currentTab, 3)
         const shown = texts(page)
         verify(shown.indexOf("Version 1.0") >= 0)
         verify(shown.indexOf("A powerful disk space analyzer for Linux. Find and clean up large files, installers, and archives to free up storage space.") >= 0)
@@ -140,8 +140,8 @@ TestCase {
         vm.showSettings = true
         const window = createTemporaryObject(settingsWindowComponent, null)
         const view = () => findChild(window.contentItem, "settingsLoader").item
-        compare(window.width, 450)
-        compare(window.height, 350)
+        compare(window.width, 480)
+        compare(window.height, 430)
         compare(view(), null)
         window.show()
         tryVerify(() => view() !== null)

@@ -49,7 +49,7 @@ TestCase {
 
     function test_opensOverTheMiddleOfItsWindow() {
         const window = openSettings()
-        compare([window.x, window.y], [100 + (1000 - 450) / 2, 80 + (700 - 350) / 2])
+        compare([window.x, window.y], [100 + (1000 - 480) / 2, 80 + (700 - 430) / 2])
     }
 
     function test_escapeAndCtrlWClose() {
@@ -81,7 +81,8 @@ TestCase {
         // Forward round and past the end, then back round past the start; Shift+Tab arrives
         // from a real keyboard as Backtab, from some input methods as Tab with Shift.
         const steps = [[Qt.Key_Tab, Qt.ControlModifier, 1], [Qt.Key_Tab, Qt.ControlModifier, 2],
-                       [Qt.Key_Tab, Qt.ControlModifier, 0],
+                       [Qt.Key_Tab, Qt.ControlModifier, 3], [Qt.Key_Tab, Qt.ControlModifier, 0],
+                       [Qt.Key_Backtab, Qt.ControlModifier | Qt.ShiftModifier, 3],
                        [Qt.Key_Backtab, Qt.ControlModifier | Qt.ShiftModifier, 2],
                        [Qt.Key_Tab, Qt.ControlModifier | Qt.ShiftModifier, 1],
                        [Qt.Key_Backtab, Qt.ControlModifier | Qt.ShiftModifier, 0]]
@@ -94,7 +95,7 @@ TestCase {
     function test_tabsTakeFocusAndAnswerSpaceAndReturn() {
         const window = openSettings()
         const settings = view(window)
-        const tabs = ["generalTab", "shortcutsTab", "aboutTab"].map(name => findChild(settings, name))
+        const tabs = ["generalTab", "exclusionsTab", "shortcutsTab", "aboutTab"].map(name => findChild(settings, name))
         const ring = tab => tab.children[0].border.width
         tabs[0].forceActiveFocus()
         verify(tabs[0].activeFocus)

@@ -1,0 +1,45 @@
+#include "models/ScanExclusions.h"
+
+namespace ravelinth {
+
+void ScanExclusions::add(QByteArray word) {
+    const bool isFolder = word.startsWith('/');
+    while (word.size() > 1 && word.endsWith('/'))
+        word.chop(1);
+    if (word.isEmpty() || (!isFolder && word == "/"))
+        return;
+    QList<QByteArray> &list = isFolder ? folders : patterns;
+    if (!list.contains(word))
+        list.append(std::move(word));
+}
+
+ExclusionPatterns::ExclusionPatterns(const QList<QByteArray> &patterns, QByteArray root)
+    : m_root(std::move(root)) {
+    while (m_root.size() > 1 && m_root.endsWith('/'))
+        m_root.chop(1);
+    for (const QByteArray &pattern : patterns) {
+        GlobPattern glob(pattern);
+        (glob.isPathPattern() ? m_paths : m_names).push_back(std::move(glob));
+    }
+}
+
+bool ExclusionPatterns::excludes(QByteArrayView path, QByteArrayView name) const {
+    for (const GlobPattern &pattern : m_names) {
+        if (pattern.matches(name))
+            return true;
+    }
+    if (m_paths.empty() || !path.startsWith(m_root))
+        return false;
+    QByteArrayView below = path.sliced(m_root.size());
+    if (below.startsWith('/'))
+        below = below.sliced(1);
+    else if (m_root != "/")
+        return false;
+    for (const GlobPattern &pattern : m_paths) {
+        if (pattern.matches(below))
+            return true;
+    }
+    return false;
+}
+
+} // namespace ravelinth

@@ -1,0 +1,105 @@
+#include "services/MountBoundary.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <unistd.h>
+
+namespace ravelinth {
+
+namespace {
+
+// True when `inner` is `outer` or lies below it; both are absolute paths without a trailing
+// slash, but "/".
+bool isWithin(QByteArrayView inner, QByteArrayView outer) {
+    if (outer == "/")
+        return true;
+    return inner.startsWith(outer) && (inner.size() == outer.size() || inner[outer.size()] == '/');
+}
+
+QByteArray canonicalPath(const QByteArray &path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.constData(), nullptr),
+                                                               &std::free);
+    return resolved ? QByteArray(resolved.get()) : QByteArray();
+}
+
+} // namespace
+
+MountBoundary::MountBoundary(std::vector<platform::MountEntry> table, const QByteArray &root,
+                             Rules rules)
+    : m_rules(rules), m_table(std::move(table)) {
+    const int fd = ::open(root.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return;
+    const std::optional<platform::OpenFolderIdentity> identity = platform::identifyOpenFolder(fd);
+    ::close(fd);
+    if (!identity)
+        return;
+    m_rootDevice = identity->device;
+    const platform::MountEntry *mount = entryOf(identity->mountId);
+    const QByteArray canonical = canonicalPath(root);
+    if (!mount || canonical.isEmpty() || !isWithin(canonical, mount->mountPoint))
+        return;
+    // The root's folder within its file system: the mount's own root, then the way from the
+    // mount point down to the scan root.
+    QByteArray folder = mount->root;
+    const QByteArrayView below = QByteArrayView(canonical).sliced(
+        mount->mountPoint == "/" ? 0 : mount->mountPoint.size());
+    if (folder == "/" && !below.isEmpty())
+        folder.clear();
+    folder.append(below.toByteArray());
+    m_walked.push_back({identity->device, folder});
+}
+
+const platform::MountEntry *MountBoundary::entryOf(std::uint64_t mountId) const {
+    const auto found = std::find_if(m_table.begin(), m_table.end(), [mountId](const auto &entry) {
+        return entry.id == mountId;
+    });
+    return found == m_table.end() ? nullptr : &*found;
+}
+
+bool MountBoundary::overlapsWalked(const WalkedArea &area) const {
+    return std::any_of(m_walked.begin(), m_walked.end(), [&area](const WalkedArea &walked) {
+        return walked.device == area.device &&
+               (isWithin(area.folder, walked.folder) || isWithin(walked.folder, area.folder));
+    });
+}
+
+bool MountBoundary::mayEnter(QByteArrayView path, std::uint64_t mountId, dev_t device) {
+    std::lock_guard lock(m_mutex);
+    const platform::MountEntry *mount = entryOf(mountId);
+    if (!mount && !m_tableReread) {
+        // Mounted after the scan began.
+        m_table = platform::readMountTable();
+        m_tableReread = true;
+        mount = entryOf(mountId);
+    }
+    const QByteArray fsType = mount ? mount->fsType : QByteArray();
+    auto skip = [&](SkippedMount::Reason reason) {
+        m_skipped.append({path.toByteArray(), fsType, reason});
+        return false;
+    };
+    if (m_rules.stayOnOneFileSystem && device != m_rootDevice)
+        return skip(SkippedMount::Reason::otherFileSystem);
+    if (!m_rules.enterNetworkFileSystems && isNetworkFileSystem(fsType))
+        return skip(SkippedMount::Reason::networkFileSystem);
+    if (!mount)
+        return true;
+    const WalkedArea area{device, mount->root};
+    if (overlapsWalked(area))
+        return skip(SkippedMount::Reason::alreadyScanned);
+    m_walked.push_back(area);
+    return true;
+}
+
+QList<SkippedMount> MountBoundary::skipped() const {
+    std::lock_guard lock(m_mutex);
+    QList<SkippedMount> skipped = m_skipped;
+    std::sort(skipped.begin(), skipped.end(),
+              [](const SkippedMount &a, const SkippedMount &b) { return a.path < b.path; });
+    return skipped;
+}
+
+} // namespace ravelinth

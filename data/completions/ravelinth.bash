@@ -17,7 +17,11 @@ _ravelinth() {
             COMPREPLY=($(compgen -W '10 100 500 1000' -- "$cur"))
             return
         fi
-        options='--min-size-mb --hidden --binary --json --csv --print0 --help'
+        if [[ $prev == --exclude ]]; then
+            COMPREPLY=($(compgen -d -- "$cur"))
+            return
+        fi
+        options='--min-size-mb --hidden --exclude --one-file-system -x --network --binary --json --csv --print0 --help'
         ;;
     disk) options='--binary --json --help' ;;
     trash) options='--json --help' ;;

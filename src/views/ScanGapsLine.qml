@@ -29,6 +29,7 @@ RowLayout {
         Accessible.role: Accessible.Button
         Accessible.name: summary
         Accessible.description: "Shows the list"
+        Layout.alignment: Qt.AlignVCenter
         implicitWidth: gapText.implicitWidth + 8
         implicitHeight: gapText.implicitHeight + 4
         contentItem: Text {
@@ -46,6 +47,7 @@ RowLayout {
     }
 
     SymbolIcon {
+        Layout.alignment: Qt.AlignVCenter
         symbol: "exclamationmark.triangle.fill"
         size: 13
         color: Theme.orange
@@ -115,7 +117,7 @@ RowLayout {
                     required property int index
                     width: lineList.width
                     text: modelData
-                    elide: Text.ElideMiddle
+                    wrapMode: Text.WrapAtWordBoundaryOrAnywhere
                     font.pixelSize: Theme.bodySize
                     font.family: Theme.monospaceFamily
                     color: Theme.primaryText

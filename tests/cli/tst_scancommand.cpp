@@ -1,3 +1,4 @@
+#include "Mount.h"
 #include "Programs.h"
 #include "TestTree.h"
 
@@ -306,6 +307,41 @@ private slots:
         QCOMPARE(movie.value(u"category").toString(), u"Cache"_qs);
     }
 
+    void exclusionsAndBoundariesFromTheCommandLine() {
+        TestTree tree;
+        tree.file("keep.bin", 2 * MiB);
+        tree.file("app/node_modules/dep.bin", 2 * MiB);
+        tree.file("vm/disk.vmdk", 2 * MiB);
+        tree.file("private/secret.bin", 2 * MiB);
+        const Mount disk(tree.path("disk"), true);
+        QVERIFY2(disk.mounted(), disk.output());
+        tree.file("disk/there.bin", 2 * MiB);
+
+        const QJsonObject report = scanJson(
+            {tree.root(), "--min-size-mb", "1", "--exclude", "node_modules", "--exclude=*.vmdk",
+             "--exclude", tree.path("private") + '/', "-x", "--exclude", "*.img"});
+        const QJsonArray files = report[u"files"].toArray();
+        QCOMPARE(files.size(), 1);
+        QCOMPARE(files[0].toObject()[u"path"].toString().toUtf8(), tree.path("keep.bin"));
+        QCOMPARE(files[0].toObject()[u"linkCount"].toInteger(), 1);
+        QCOMPARE(report[u"filesScanned"].toInteger(), 1);
+        const QJsonArray skipped = report[u"skippedMounts"].toArray();
+        QCOMPARE(skipped.size(), 1);
+        QCOMPARE(skipped[0].toObject()[u"path"].toString().toUtf8(), tree.path("disk"));
+        QCOMPARE(skipped[0].toObject()[u"fsType"].toString(), u"ext4"_qs);
+        QCOMPARE(skipped[0].toObject()[u"reason"].toString(), u"otherFileSystem"_qs);
+
+        const ProcessOutput table =
+            runRavelinth({"scan", tree.root(), "--min-size-mb", "1", "--one-file-system"});
+        QCOMPARE(table.exitCode, 0);
+        QCOMPARE(table.err,
+                 "Not entered: " + tree.path("disk") + " (ext4: on another file system)\n");
+        QVERIFY(!table.out.contains("there.bin"));
+        const ProcessOutput across = runRavelinth({"scan", tree.root(), "--min-size-mb", "1"});
+        QVERIFY(across.out.contains(tree.path("disk/there.bin")));
+        QVERIFY(across.err.isEmpty());
+    }
+
     void failuresAndUsageErrorsHaveTheirExitCodes() {
         TestTree tree;
         const ProcessOutput missing = runRavelinth({"scan", tree.path("gone")});
@@ -323,6 +359,8 @@ private slots:
         QCOMPARE(runRavelinth({"scan", tree.root(), "--json", "--print0"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--csv", "--json"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--print0", "--csv"}).exitCode, 2);
+        QCOMPARE(runRavelinth({"scan", tree.root(), "--exclude"}).exitCode, 2);
+        QCOMPARE(runRavelinth({"scan", tree.root(), "--exclude="}).exitCode, 2);
         QCOMPARE(runRavelinth({"frobnicate"}).exitCode, 2);
         const ProcessOutput help = runRavelinth({"scan", "--help"});
         QCOMPARE(help.exitCode, 0);

@@ -20,6 +20,11 @@ Mount::Mount(const QByteArray &where, bool ext4) : m_where(QFile::decodeName(whe
                            : QStringList{u"-t"_qs, u"tmpfs"_qs, u"none"_qs, m_where});
 }
 
+Mount::Mount(const QByteArray &where, const Bind &bind) : m_where(QFile::decodeName(where)) {
+    QDir().mkpath(m_where);
+    m_mounted = mount({u"--bind"_qs, QFile::decodeName(bind.source), m_where});
+}
+
 Mount::~Mount() {
     if (m_mounted)
         ::umount2(QFile::encodeName(m_where).constData(), MNT_DETACH);

@@ -6,11 +6,17 @@
 
 namespace ravelinth::test {
 
-// A real second file system for the life of the object: an ext4 image on a loop device, or
-// tmpfs. Needs root; `mounted()` says whether it worked and `output()` why not.
+// A real second file system for the life of the object: an ext4 image on a loop device, tmpfs,
+// or a bind mount of a folder. Needs root; `mounted()` says whether it worked and `output()` why
+// not.
 class Mount {
 public:
     Mount(const QByteArray &where, bool ext4);
+    // A bind mount: `source` seen again at `where`.
+    struct Bind {
+        QByteArray source;
+    };
+    Mount(const QByteArray &where, const Bind &bind);
     ~Mount();
     Mount(const Mount &) = delete;
     Mount &operator=(const Mount &) = delete;

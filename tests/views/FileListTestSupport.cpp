@@ -16,6 +16,7 @@ namespace ravelinth::test {
 TestFolder::TestFolder(QObject *parent) : QObject(parent) {}
 
 TestFolder::~TestFolder() {
+    m_mounts.clear();
     // Before the tree goes, or it could not remove what is locked.
     for (const QByteArray &path : std::as_const(m_locked))
         run(u"chattr"_qs, {u"-i"_qs, QFile::decodeName(path)});
@@ -39,6 +40,15 @@ bool TestFolder::lock(const QString &relative) {
     if (run(u"chattr"_qs, {u"+i"_qs, QFile::decodeName(path)}).exitCode != 0)
         return false;
     m_locked.append(path);
+    return true;
+}
+
+bool TestFolder::mirror(const QString &relative) {
+    auto mount =
+        std::make_unique<Mount>(m_tree.path(relative.toUtf8()), Mount::Bind{m_tree.root()});
+    if (!mount->mounted())
+        return false;
+    m_mounts.push_back(std::move(mount));
     return true;
 }
 

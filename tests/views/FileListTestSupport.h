@@ -1,11 +1,15 @@
 #pragma once
 
+#include "Mount.h"
 #include "TestTree.h"
 
 #include <QObject>
 #include <QStringList>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
+
+#include <memory>
+#include <vector>
 
 class QQmlEngine;
 class QJSEngine;
@@ -29,9 +33,13 @@ public:
     // Makes the entry immutable (chattr +i, so the tests need root) until the folder goes: it
     // cannot be moved to the Trash, nor removed.
     Q_INVOKABLE bool lock(const QString &relative);
+    // Bind-mounts the whole folder again at `relative` inside it (needs root), until the folder
+    // goes: a scan then meets a mount of a folder it is already walking.
+    Q_INVOKABLE bool mirror(const QString &relative);
 
 private:
     QList<QByteArray> m_locked;
+    std::vector<std::unique_ptr<Mount>> m_mounts;
     TestTree m_tree;
 };
 

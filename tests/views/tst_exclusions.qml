@@ -1,0 +1,160 @@
+import QtQuick
+import QtTest
+import Ravelinth
+import RavelinthTest
+
+// What scans leave out, set in the settings, and what a scan could not cover, told under the
+// scanner.
+TestCase {
+    id: testCase
+    name: "Exclusions"
+    when: windowShown
+    visible: true
+    width: 1000
+    height: 480
+
+    Component {
+        id: settingsComponent
+        Rectangle {
+            width: 480
+            height: 430
+            color: Theme.windowBackground
+            SettingsView {
+                objectName: "settingsView"
+                anchors.fill: parent
+            }
+        }
+    }
+    Component {
+        id: scannerComponent
+        Rectangle {
+            width: 1000
+            height: 480
+            color: Theme.windowBackground
+            ScannerView {
+                objectName: "scannerView"
+                x: 16
+                y: 16
+                width: 968
+            }
+        }
+    }
+    Component {
+        id: folderComponent
+        TestFolder {}
+    }
+
+    readonly property Preferences preferences: RavelinthViewModel.preferences
+    RootReset {
+        id: rootReset
+    }
+    function clearExclusions() {
+        while (preferences.excludedFolders.length > 0)
+            preferences.removeExcludedFolder(0)
+        while (preferences.excludedPatterns.length > 0)
+            preferences.removeExcludedPattern(0)
+    }
+    function init() {
+        clearExclusions()
+    }
+    function cleanup() {
+        clearExclusions()
+        rootReset.reset(testCase)
+    }
+
+    // The text as pasted, then Return as typed: the test keyboard knows no "*" or "~".
+    function typeInto(field, text) {
+        field.forceActiveFocus()
+        field.text = text
+        keyClick(Qt.Key_Return)
+    }
+
+    function test_settingsAddAndRemoveFoldersAndPatterns() {
+        const page = createTemporaryObject(settingsComponent, testCase)
+        mouseClick(findChild(page, "exclusionsTab"))
+        compare(findChild(page, "settingsView").currentTab, 1)
+        const folderRow = findChild(page, "folderRow")
+        const patternRow = findChild(page, "patternRow")
+
+        typeInto(patternRow.field, "node_modules")
+        typeInto(patternRow.field, "*.vmdk")
+        compare(preferences.excludedPatterns, ["node_modules", "*.vmdk"])
+        compare(patternRow.field.text, "")
+        // The same again, or a path in the names' field, is refused with a reason.
+        typeInto(patternRow.field, "node_modules")
+        compare(patternRow.problem, "Already in the list")
+        typeInto(patternRow.field, "/srv/data")
+        compare(patternRow.problem, "A path goes in the folder list above")
+        compare(patternRow.field.Accessible.description, patternRow.problem)
+
+        typeInto(folderRow.field, "relative/folder")
+        compare(folderRow.problem, "Type a full path, starting with / or ~")
+        typeInto(folderRow.field, "/srv/data/")
+        typeInto(folderRow.field, "~/Videos")
+        compare(preferences.excludedFolders.length, 2)
+        compare(preferences.excludedFolders[0], "/srv/data")
+        verify(preferences.excludedFolders[1].endsWith("/Videos"))
+        verify(preferences.excludedFolders[1].startsWith("/"))
+        compare(preferences.excludedPatterns.length, 2)
+        wait(200)
+        grabImage(page).save("settings-exclusions.png")
+
+        const remove = findChild(page, "remove_*.vmdk")
+        verify(remove)
+        compare(remove.Accessible.name, "Remove *.vmdk")
+        mouseClick(remove)
+        compare(preferences.excludedPatterns, ["node_modules"])
+        mouseClick(findChild(page, "remove_/srv/data"))
+        compare(preferences.excludedFolders.length, 1)
+    }
+
+    function test_theBoundarySettingsAreStored() {
+        const page = createTemporaryObject(settingsComponent, testCase)
+        const network = findChild(page, "networkDrivesToggle")
+        const oneFileSystem = findChild(page, "oneFileSystemToggle")
+        verify(!network.checked && !oneFileSystem.checked)
+        mouseClick(network)
+        mouseClick(oneFileSystem)
+        verify(preferences.scanNetworkDrives && preferences.stayOnOneFileSystem)
+        preferences.scanNetworkDrives = false
+        preferences.stayOnOneFileSystem = false
+        verify(!network.checked && !oneFileSystem.checked)
+    }
+
+    function test_whatAScanCouldNotCoverIsToldAndListed() {
+        const folder = createTemporaryObject(folderComponent, testCase)
+        folder.file("big.bin", 3e6)
+        verify(folder.mirror("again"))
+        preferences.addExclusion("*.skip")
+        folder.file("left-out.skip", 3e6)
+        const page = createTemporaryObject(scannerComponent, testCase)
+        const gaps = findChild(page, "scanGaps")
+        const model = RavelinthViewModel.scan
+        model.minFileSizeMB = 1
+        model.path = folder.root
+        model.start()
+        tryCompare(model.state, "phase", ScanPhase.Completed, 10000)
+        // Listed once, whatever sees it twice; the excluded name not at all.
+        compare(RavelinthViewModel.fileList.fileCount, 1)
+        verify(gaps.visible)
+        const button = findChild(gaps, "skippedMountsButton")
+        compare(button.Accessible.name, "1 drive was not entered")
+        verify(!findChild(gaps, "unreadableFoldersButton").visible)
+        wait(200)
+        grabImage(page).save("scanner-gaps.png")
+        mouseClick(button)
+        const list = findChild(gaps, "scanGapsList")
+        tryCompare(list, "opened", true)
+        compare(list.lines.length, 1)
+        verify(list.lines[0].startsWith(folder.root + "/again ("), list.lines[0])
+        verify(list.lines[0].endsWith("): already scanned through another path"), list.lines[0])
+        wait(200)
+        grabImage(testCase).save("scanner-gaps-list.png")
+        keyClick(Qt.Key_Escape)
+        tryCompare(list, "opened", false)
+        // A new scan starts without the old scan's gaps.
+        model.start()
+        verify(!gaps.visible)
+        tryCompare(model.state, "phase", ScanPhase.Completed, 10000)
+    }
+}

@@ -76,6 +76,7 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
     d->rootFd = -1; // now owned by the stack
 
     WalkEntry entry;
+    WalkEntry deniedFolder;
     while (!stack.empty()) {
         if (stack.back().next >= stack.back().listing.size()) {
             popFrame(stack);
@@ -95,6 +96,8 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
         const char *name = takeNextEntry(frame, path, rootIsSlash, d->options, entry);
         if (!name)
             continue;
+        if (takeDeniedFolder(frame, path, entry, deniedFolder))
+            visit(deniedFolder);
         const WalkDecision decision = visit(entry);
         if (decision == WalkDecision::stop)
             break;

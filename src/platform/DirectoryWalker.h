@@ -18,6 +18,7 @@ struct WalkEntry {
     QByteArrayView name;
     bool isDirectory = false;
     bool hasAttributes = false; // false when the entry vanished or could not be examined
+    bool attributesDenied = false; // not examined for want of permission on its folder
     qint64 size = 0;            // apparent size (a link's own size; links are never followed)
     qint64 modifiedMSecs = 0;
     // Known for an examined entry that is not a folder: its data is the same for every name with
@@ -62,7 +63,8 @@ enum class WalkOpenResult { ok, notFound, notAFolder, failed };
 // descriptor, so paths longer than PATH_MAX work; there is no recursion, and the number of open
 // descriptors stays bounded however deep the tree goes. Pseudo file systems (proc, sysfs, ...)
 // are never entered; entries that vanish are passed over, and a folder that cannot be opened or
-// listed is visited once more with `unreadableFolder` set.
+// listed is visited once more with `unreadableFolder` set. So is a folder that can be listed but
+// not entered, whose entries cannot be examined: once, at the first entry that could not be.
 class DirectoryWalker {
 public:
     explicit DirectoryWalker(QByteArray rootPath, WalkOptions options = {});

@@ -195,6 +195,7 @@ void examineEntry(const Frame &frame, std::size_t index, WalkEntry &entry) {
     const unsigned char type = frame.listing.types[index];
     entry.isDirectory = type == DT_DIR;
     entry.hasAttributes = false;
+    entry.attributesDenied = false;
     entry.size = 0;
     entry.modifiedMSecs = 0;
     entry.linkCount = 0;
@@ -211,7 +212,24 @@ void examineEntry(const Frame &frame, std::size_t index, WalkEntry &entry) {
         entry.linkCount = std::uint32_t(info.st_nlink);
         entry.device = info.st_dev;
         entry.inode = info.st_ino;
+    } else {
+        entry.attributesDenied = errno == EACCES;
     }
+}
+
+bool takeDeniedFolder(Frame &frame, const QByteArray &path, const WalkEntry &entry,
+                      WalkEntry &folder) {
+    if (!entry.attributesDenied || frame.deniedReported)
+        return false;
+    frame.deniedReported = true;
+    folder = WalkEntry();
+    folder.path = QByteArrayView(path.constData(), frame.pathLength);
+    const qsizetype slash = folder.path.lastIndexOf('/');
+    folder.name = folder.path.sliced(slash + 1);
+    folder.isDirectory = true;
+    folder.hasAttributes = true;
+    folder.unreadableFolder = true;
+    return true;
 }
 
 const char *takeNextEntry(Frame &frame, QByteArray &path, bool rootIsSlash,

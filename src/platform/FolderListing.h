@@ -40,6 +40,7 @@ struct Frame {
     qsizetype pathLength = 0; // length of this folder's path in the walk's path buffer
     Listing listing;
     std::size_t next = 0;
+    bool deniedReported = false; // an entry could not be examined, and the folder was reported
 };
 
 enum class FrameOpening { opened, passedOver, unreadable };
@@ -84,6 +85,12 @@ void examineEntry(const Frame &frame, std::size_t index, WalkEntry &entry);
 inline bool isHiddenName(const char *name) {
     return name[0] == '.';
 }
+
+// When `entry`, just taken from `frame`, could not be examined for want of permission and the
+// folder was not yet reported: marks it reported and fills `folder` with the folder's own entry,
+// to be visited as unreadable. `path` is the walk's path buffer.
+bool takeDeniedFolder(Frame &frame, const QByteArray &path, const WalkEntry &entry,
+                      WalkEntry &folder);
 
 // Takes the top frame's next entry: puts its path in `path`, the walk's path buffer, and fills
 // `entry`. Returns its name, or null for an entry the options pass over (hidden or pruned).

@@ -209,6 +209,7 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
     };
 
     WalkEntry entry;
+    WalkEntry deniedFolder;
     while (!stack.empty()) {
         if (stopped.load(std::memory_order_relaxed))
             break;
@@ -233,6 +234,9 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
         const char *name = takeNextEntry(frame, path, rootIsSlash, options, entry);
         if (!name)
             continue;
+        if (takeDeniedFolder(frame, path, entry, deniedFolder) &&
+            visit(worker, deniedFolder).emitted)
+            noteEmitted(me, *branch.back().segment);
         const WalkVisit result = visit(worker, entry);
         if (result.emitted)
             noteEmitted(me, *branch.back().segment);
@@ -336,6 +340,7 @@ void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &s
         task.frame.device = frame.device;
         task.frame.inode = frame.inode;
         task.frame.mountId = frame.mountId;
+        task.frame.deniedReported = frame.deniedReported;
         task.frame.pathLength = frame.pathLength;
         // A folder deeper down the branch no longer needs its names; the one being listed does.
         if (isTop) {

@@ -290,15 +290,20 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             std::vector<std::pair<qint64, std::uint32_t>> bySize;
             bySize.reserve(size_t(files.size()));
             DataIdentitySet countedLinks;
+            std::unordered_set<QByteArray> reportedUnreadable;
             for (const platform::EmittedRun &run : runs) {
                 const std::vector<std::uint32_t> &places = keptAt[run.worker];
                 for (std::uint32_t i = run.start; i < run.start + run.count; ++i) {
                     const std::uint32_t place = places[i];
                     if (place & unreadableMark) {
+                        // Two walkers sharing a folder that can be listed but not entered may
+                        // both report it.
+                        QByteArray &path = counter.unreadable()[place & ~unreadableMark];
+                        if (!reportedUnreadable.insert(path).second)
+                            continue;
                         ++result.unreadableFolders;
                         if (result.unreadablePaths.size() < ScanResult::unreadablePathsKept)
-                            result.unreadablePaths.append(
-                                std::move(counter.unreadable()[place & ~unreadableMark]));
+                            result.unreadablePaths.append(std::move(path));
                         continue;
                     }
                     FileItem &file = files[place];

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 #include <sys/types.h>
 
@@ -57,6 +58,7 @@ std::optional<qint64> entrySize(const QByteArray &path);
 struct RegularFileAttributes {
     qint64 size = 0;
     qint64 modifiedMSecs = 0; // content modification time, milliseconds since the epoch
+    std::uint32_t linkCount = 1;
 };
 // The attributes of the regular file at `path`, links not followed; absent for anything else.
 std::optional<RegularFileAttributes> regularFileAttributes(const QByteArray &path);

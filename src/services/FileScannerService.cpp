@@ -339,7 +339,7 @@ std::optional<FileItem> FileScannerService::examineFile(const QByteArray &path) 
     if (!attributes)
         return std::nullopt;
     return FileItem::make(path, attributes->size, attributes->modifiedMSecs,
-                          categoryOf(path, lastPathComponent(path)));
+                          categoryOf(path, lastPathComponent(path)), attributes->linkCount);
 }
 
 } // namespace ravelinth

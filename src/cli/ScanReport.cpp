@@ -37,8 +37,8 @@ void writeTableReport(FILE *stream, const ScanResult &result) {
 
 void writeSkippedMountLines(FILE *stream, const ScanResult &result) {
     for (const SkippedMount &mount : result.skippedMounts) {
-        const QString type = mount.fsType.isEmpty() ? u"unknown type"_qs
-                                                    : displayText(mount.fsType);
+        const QString type =
+            mount.fsType.isEmpty() ? u"unknown type"_qs : displayText(mount.fsType);
         std::fprintf(stream, "Not entered: %s (%s: %s)\n",
                      terminalText(displayText(mount.path)).constData(),
                      terminalText(type).constData(), mount.reasonText().toUtf8().constData());

@@ -6,7 +6,11 @@ void ScanExclusions::add(QByteArray word) {
     const bool isFolder = word.startsWith('/');
     while (word.size() > 1 && word.endsWith('/'))
         word.chop(1);
-    if (word.isEmpty() || (!isFolder && word == "/"))
+    // "./build/*.o" is written from the scan root, which is where every path pattern starts.
+    while (word.startsWith("./"))
+        word.remove(0, 2);
+    // No entry is named "." or "..": such a word would exclude nothing.
+    if (word.isEmpty() || word == "." || word == ".." || (!isFolder && word == "/"))
         return;
     QList<QByteArray> &list = isFolder ? folders : patterns;
     if (!list.contains(word))

@@ -21,7 +21,8 @@ struct ScanExclusions {
 
     bool isEmpty() const { return folders.isEmpty() && patterns.isEmpty(); }
     // Takes one word as typed: one that starts with "/" is a folder, anything else a pattern. A
-    // trailing "/" is dropped ("build/" means the name "build"); an empty word adds nothing.
+    // trailing "/" is dropped ("build/" means the name "build"), and so is a leading "./"; an
+    // empty word adds nothing.
     void add(QByteArray word);
 };
 

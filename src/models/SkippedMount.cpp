@@ -28,8 +28,8 @@ QString SkippedMount::reasonText() const {
 
 bool isNetworkFileSystem(QByteArrayView fsType) {
     static constexpr QByteArrayView networkTypes[] = {
-        "nfs",       "nfs4",  "cifs",   "smb3",  "smbfs", "9p", "afs",
-        "ceph",      "glusterfs", "davfs", "lustre", "ncpfs", "fuse",
+        "nfs",  "nfs4",      "cifs",  "smb3",   "smbfs", "9p",   "afs",
+        "ceph", "glusterfs", "davfs", "lustre", "ncpfs", "fuse",
     };
     if (fsType.startsWith("fuse."))
         return true;

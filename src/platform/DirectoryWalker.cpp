@@ -104,6 +104,8 @@ void DirectoryWalker::walk(const std::function<WalkDecision(const WalkEntry &)> 
         if (entry.isDirectory && decision == WalkDecision::proceed) {
             if (isStopRequested(d->options))
                 break;
+            if (d->options.mayOpenFolder && !d->options.mayOpenFolder(entry.path))
+                continue;
             bool unreadable = false;
             const int fd = openSubfolder(frame.fd, name, unreadable);
             if (fd >= 0) {

@@ -17,9 +17,9 @@ struct WalkEntry {
     QByteArrayView path;
     QByteArrayView name;
     bool isDirectory = false;
-    bool hasAttributes = false; // false when the entry vanished or could not be examined
+    bool hasAttributes = false;    // false when the entry vanished or could not be examined
     bool attributesDenied = false; // not examined for want of permission on its folder
-    qint64 size = 0;            // apparent size (a link's own size; links are never followed)
+    qint64 size = 0;               // apparent size (a link's own size; links are never followed)
     qint64 modifiedMSecs = 0;
     // Known for an examined entry that is not a folder: its data is the same for every name with
     // this device and inode.
@@ -51,6 +51,9 @@ struct WalkOptions {
     // it (another file system, or a bind mount of some folder); false passes it over. Called
     // concurrently by a parallel walk.
     std::function<bool(QByteArrayView path, std::uint64_t mountId, dev_t device)> mayEnterMount;
+    // Asked, when set, before the walk even opens a folder: false passes it over unopened. What a
+    // network mount would answer to the opening may be nothing at all, for minutes.
+    std::function<bool(QByteArrayView path)> mayOpenFolder;
     // Asked before every folder the walk would open; once it answers true the walk ends as if a
     // visit had said stop. A tree of empty folders gives no other moment to notice a stop.
     std::function<bool()> isStopRequested;

@@ -146,10 +146,10 @@ std::optional<RegularFileAttributes> regularFileAttributes(const QByteArray &pat
     struct stat info {};
     if (path.isEmpty() || ::lstat(path.constData(), &info) != 0 || !S_ISREG(info.st_mode))
         return std::nullopt;
-    return RegularFileAttributes{
-        qint64(info.st_size),
-        qint64(info.st_mtim.tv_sec) * 1000 + qint64(info.st_mtim.tv_nsec / 1000000),
-        std::uint32_t(info.st_nlink)};
+    return RegularFileAttributes{qint64(info.st_size),
+                                 qint64(info.st_mtim.tv_sec) * 1000 +
+                                     qint64(info.st_mtim.tv_nsec / 1000000),
+                                 std::uint32_t(info.st_nlink)};
 }
 
 std::optional<EntryIdentity> targetIdentity(const QByteArray &path) {

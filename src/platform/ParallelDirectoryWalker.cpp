@@ -249,6 +249,8 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
                 stop();
                 break;
             }
+            if (options.mayOpenFolder && !options.mayOpenFolder(entry.path))
+                continue;
             bool unreadable = false;
             const int fd = openSubfolder(frame.fd, name, unreadable);
             Frame child;

@@ -4,10 +4,10 @@
 #include "models/DisplayText.h"
 #include "platform/DirectoryWalker.h"
 #include "platform/EntryResolution.h"
+#include "platform/MountTable.h"
 #include "platform/ParallelDirectoryWalker.h"
 #include "platform/ThreadPriority.h"
 #include "platform/WorkingFolder.h"
-#include "platform/MountTable.h"
 #include "services/MountBoundary.h"
 #include "services/ProgressMailbox.h"
 #include "services/ScanCounter.h"
@@ -205,13 +205,10 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             options.skipHiddenEntries = !configuration.includeHiddenFiles;
             addScanPruning(options, configuration.skipSystemDirectories);
             addScanExclusions(options, configuration.exclusions, *absolute);
-            MountBoundary boundary(platform::readMountTable(), *absolute,
-                                   {configuration.stayOnOneFileSystem,
-                                    configuration.scanNetworkDrives});
-            options.mayEnterMount = [&boundary](QByteArrayView at, std::uint64_t mountId,
-                                                dev_t device) {
-                return boundary.mayEnter(at, mountId, device);
-            };
+            MountBoundary boundary(
+                platform::readMountTable(), *absolute,
+                {configuration.stayOnOneFileSystem, configuration.scanNetworkDrives});
+            boundary.applyTo(options);
             options.isStopRequested = [state] {
                 return state->cancelRequested.load(std::memory_order_relaxed) ||
                        state->abandoned.load(std::memory_order_relaxed);

@@ -20,8 +20,8 @@ bool isWithin(QByteArrayView inner, QByteArrayView outer) {
 }
 
 QByteArray canonicalPath(const QByteArray &path) {
-    const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.constData(), nullptr),
-                                                               &std::free);
+    const std::unique_ptr<char, decltype(&std::free)> resolved(
+        ::realpath(path.constData(), nullptr), &std::free);
     return resolved ? QByteArray(resolved.get()) : QByteArray();
 }
 
@@ -40,23 +40,74 @@ MountBoundary::MountBoundary(std::vector<platform::MountEntry> table, const QByt
     m_rootDevice = identity->device;
     const platform::MountEntry *mount = entryOf(identity->mountId);
     const QByteArray canonical = canonicalPath(root);
-    if (!mount || canonical.isEmpty() || !isWithin(canonical, mount->mountPoint))
+    if (canonical.isEmpty())
+        return;
+    noteUnopenable(root, canonical);
+    if (!mount || !isWithin(canonical, mount->mountPoint))
         return;
     // The root's folder within its file system: the mount's own root, then the way from the
     // mount point down to the scan root.
     QByteArray folder = mount->root;
-    const QByteArrayView below = QByteArrayView(canonical).sliced(
-        mount->mountPoint == "/" ? 0 : mount->mountPoint.size());
+    const QByteArrayView below =
+        QByteArrayView(canonical).sliced(mount->mountPoint == "/" ? 0 : mount->mountPoint.size());
     if (folder == "/" && !below.isEmpty())
         folder.clear();
     folder.append(below.toByteArray());
     m_walked.push_back({identity->device, folder});
 }
 
+void MountBoundary::noteUnopenable(const QByteArray &root, const QByteArray &canonical) {
+    // The walk spells paths from the root as given, which may differ from the table's by a link.
+    QByteArray walkRoot = root;
+    while (walkRoot.size() > 1 && walkRoot.endsWith('/'))
+        walkRoot.chop(1);
+    for (const platform::MountEntry &mount : m_table) {
+        if (mount.mountPoint == canonical || !isWithin(mount.mountPoint, canonical))
+            continue;
+        const std::optional<SkippedMount::Reason> reason = refusal(mount, mount.device);
+        if (!reason || *reason == SkippedMount::Reason::alreadyScanned)
+            continue;
+        const QByteArrayView below =
+            QByteArrayView(mount.mountPoint).sliced(canonical == "/" ? 0 : canonical.size());
+        const QByteArray path = (walkRoot == "/" ? QByteArray() : walkRoot) + below.toByteArray();
+        m_unopenable.push_back({path, mount.fsType, *reason});
+    }
+    std::sort(m_unopenable.begin(), m_unopenable.end(),
+              [](const SkippedMount &a, const SkippedMount &b) { return a.path < b.path; });
+}
+
+void MountBoundary::applyTo(platform::WalkOptions &options) {
+    options.mayEnterMount = [this](QByteArrayView path, std::uint64_t mountId, dev_t device) {
+        return mayEnter(path, mountId, device);
+    };
+    // Only when there is something to refuse: every folder would ask otherwise.
+    if (!m_unopenable.empty())
+        options.mayOpenFolder = [this](QByteArrayView path) { return mayOpen(path); };
+}
+
+bool MountBoundary::mayOpen(QByteArrayView path) {
+    const auto found = std::lower_bound(
+        m_unopenable.begin(), m_unopenable.end(), path,
+        [](const SkippedMount &mount, QByteArrayView wanted) { return mount.path < wanted; });
+    if (found == m_unopenable.end() || found->path != path)
+        return true;
+    std::lock_guard lock(m_mutex);
+    m_skipped.append(*found);
+    return false;
+}
+
+std::optional<SkippedMount::Reason> MountBoundary::refusal(const platform::MountEntry &mount,
+                                                           dev_t device) const {
+    if (m_rules.stayOnOneFileSystem && device != m_rootDevice)
+        return SkippedMount::Reason::otherFileSystem;
+    if (!m_rules.enterNetworkFileSystems && isNetworkFileSystem(mount.fsType))
+        return SkippedMount::Reason::networkFileSystem;
+    return std::nullopt;
+}
+
 const platform::MountEntry *MountBoundary::entryOf(std::uint64_t mountId) const {
-    const auto found = std::find_if(m_table.begin(), m_table.end(), [mountId](const auto &entry) {
-        return entry.id == mountId;
-    });
+    const auto found = std::find_if(m_table.begin(), m_table.end(),
+                                    [mountId](const auto &entry) { return entry.id == mountId; });
     return found == m_table.end() ? nullptr : &*found;
 }
 
@@ -81,12 +132,13 @@ bool MountBoundary::mayEnter(QByteArrayView path, std::uint64_t mountId, dev_t d
         m_skipped.append({path.toByteArray(), fsType, reason});
         return false;
     };
-    if (m_rules.stayOnOneFileSystem && device != m_rootDevice)
-        return skip(SkippedMount::Reason::otherFileSystem);
-    if (!m_rules.enterNetworkFileSystems && isNetworkFileSystem(fsType))
-        return skip(SkippedMount::Reason::networkFileSystem);
-    if (!mount)
+    if (!mount) {
+        if (m_rules.stayOnOneFileSystem && device != m_rootDevice)
+            return skip(SkippedMount::Reason::otherFileSystem);
         return true;
+    }
+    if (const std::optional<SkippedMount::Reason> reason = refusal(*mount, device))
+        return skip(*reason);
     const WalkedArea area{device, mount->root};
     if (overlapsWalked(area))
         return skip(SkippedMount::Reason::alreadyScanned);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "models/SkippedMount.h"
+#include "platform/DirectoryWalker.h"
 #include "platform/MountTable.h"
 
 #include <QByteArray>
@@ -8,6 +9,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <sys/types.h>
 #include <vector>
 
@@ -22,7 +24,9 @@ namespace ravelinth {
 // folder outside the scan is walked like any other folder.
 //
 // The walk asks only where it crosses from one mount to another, which happens once per mount
-// point, never once per file.
+// point, never once per file. Mounts the table shows below the root that must not be entered for
+// their type or file system are refused before the walk opens them, by path: opening the root of
+// a network mount whose server is gone can wait for minutes.
 class MountBoundary {
 public:
     struct Rules {
@@ -33,8 +37,12 @@ public:
     // `root` is the scan root's absolute path; `table` this process's mounts.
     MountBoundary(std::vector<platform::MountEntry> table, const QByteArray &root, Rules rules);
 
+    // Makes the walk of `options` ask this boundary (which must outlive the walk).
+    void applyTo(platform::WalkOptions &options);
+
     // Safe to call from several walkers at once.
     bool mayEnter(QByteArrayView path, std::uint64_t mountId, dev_t device);
+    bool mayOpen(QByteArrayView path);
     // The mounts passed over, in the order of their paths.
     QList<SkippedMount> skipped() const;
 
@@ -44,6 +52,9 @@ private:
         QByteArray folder; // within its file system, as a mount's root is given
     };
     const platform::MountEntry *entryOf(std::uint64_t mountId) const;
+    std::optional<SkippedMount::Reason> refusal(const platform::MountEntry &mount,
+                                                dev_t device) const;
+    void noteUnopenable(const QByteArray &root, const QByteArray &canonical);
     bool overlapsWalked(const WalkedArea &area) const;
 
     Rules m_rules;
@@ -53,6 +64,8 @@ private:
     bool m_tableReread = false;
     std::vector<WalkedArea> m_walked;
     QList<SkippedMount> m_skipped;
+    // Known from the table before the walk, by the path the walk will meet them at; sorted.
+    std::vector<SkippedMount> m_unopenable;
 };
 
 } // namespace ravelinth

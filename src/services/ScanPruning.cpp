@@ -6,7 +6,6 @@
 #include <QFile>
 
 #include <memory>
-
 #include <sys/stat.h>
 
 namespace ravelinth {

@@ -1,7 +1,6 @@
 #include "viewmodels/Preferences.h"
 
 #include "models/DisplayText.h"
-
 #include "services/FinderService.h"
 #include "utility/WhenFinished.h"
 
@@ -136,12 +135,12 @@ bool Preferences::addExclusion(const QString &typed) {
 }
 
 void Preferences::chooseExcludedFolder() {
-    whenFinished(FinderService::shared().selectFolder(u"Choose a Folder to Exclude"_qs,
-                                                      QDir::homePath()),
-                 this, [this](const std::optional<QString> &path) {
-                     if (path && !path->isEmpty())
-                         addExcludedFolder(QFile::encodeName(*path));
-                 });
+    whenFinished(
+        FinderService::shared().selectFolder(u"Choose a Folder to Exclude"_qs, QDir::homePath()),
+        this, [this](const std::optional<QString> &path) {
+            if (path && !path->isEmpty())
+                addExcludedFolder(QFile::encodeName(*path));
+        });
 }
 
 void Preferences::removeExcludedFolder(int index) {

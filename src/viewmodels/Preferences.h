@@ -29,8 +29,8 @@ class Preferences : public QObject {
     // What scans leave out, as the settings list them: folders as display text, then patterns.
     Q_PROPERTY(QStringList excludedFolders READ excludedFolderNames NOTIFY changed)
     Q_PROPERTY(QStringList excludedPatterns READ excludedPatterns NOTIFY changed)
-    Q_PROPERTY(bool stayOnOneFileSystem READ stayOnOneFileSystem WRITE setStayOnOneFileSystem
-                   NOTIFY changed)
+    Q_PROPERTY(bool stayOnOneFileSystem READ stayOnOneFileSystem WRITE setStayOnOneFileSystem NOTIFY
+                   changed)
     Q_PROPERTY(
         bool scanNetworkDrives READ scanNetworkDrives WRITE setScanNetworkDrives NOTIFY changed)
 

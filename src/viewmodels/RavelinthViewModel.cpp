@@ -9,8 +9,8 @@
 #include "viewmodels/MoveUndo.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/PreferencesLink.h"
-#include "viewmodels/ScanGaps.h"
 #include "viewmodels/ScanController.h"
+#include "viewmodels/ScanGaps.h"
 #include "viewmodels/SelectionController.h"
 
 namespace ravelinth {

@@ -1,7 +1,7 @@
 #include "viewmodels/ScanGaps.h"
 
-#include "models/DisplayText.h"
 #include "models/ByteCountFormatter.h"
+#include "models/DisplayText.h"
 
 namespace ravelinth {
 
@@ -10,17 +10,17 @@ ScanGaps::ScanGaps(QObject *parent) : QObject(parent) {}
 QString ScanGaps::unreadableSummary() const {
     if (m_unreadableFolders == 0)
         return {};
-    return formatGroupedInteger(m_unreadableFolders) +
-           (m_unreadableFolders == 1 ? u" folder could not be read"_qs
-                                     : u" folders could not be read"_qs);
+    return formatGroupedInteger(m_unreadableFolders) + (m_unreadableFolders == 1
+                                                            ? u" folder could not be read"_qs
+                                                            : u" folders could not be read"_qs);
 }
 
 QString ScanGaps::skippedSummary() const {
     if (m_skippedMounts.isEmpty())
         return {};
-    return formatGroupedInteger(m_skippedMounts.size()) +
-           (m_skippedMounts.size() == 1 ? u" drive was not entered"_qs
-                                        : u" drives were not entered"_qs);
+    return formatGroupedInteger(m_skippedMounts.size()) + (m_skippedMounts.size() == 1
+                                                               ? u" drive was not entered"_qs
+                                                               : u" drives were not entered"_qs);
 }
 
 void ScanGaps::take(const ScanResult &result) {

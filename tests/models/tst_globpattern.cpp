@@ -63,10 +63,11 @@ private slots:
     void wordsBecomeFoldersOrPatterns() {
         ScanExclusions exclusions;
         for (const char *word : {"/srv/data/", "node_modules", "build/", "", "/", "node_modules",
-                                 "src/*.o", "/srv/data"})
+                                 "src/*.o", "/srv/data", "./src/*.o", "./", "./lib/"})
             exclusions.add(word);
         QCOMPARE(exclusions.folders, (QList<QByteArray>{"/srv/data", "/"}));
-        QCOMPARE(exclusions.patterns, (QList<QByteArray>{"node_modules", "build", "src/*.o"}));
+        QCOMPARE(exclusions.patterns,
+                 (QList<QByteArray>{"node_modules", "build", "src/*.o", "lib"}));
     }
 
     void pathPatternsAreAnchoredAtTheScanRoot() {

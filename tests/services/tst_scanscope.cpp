@@ -192,9 +192,9 @@ private slots:
         entry->fsType = fsType;
         MountBoundary boundary(table, tree.root(), {false, enterNetwork});
         platform::WalkOptions options;
-        options.mayEnterMount = [&boundary](QByteArrayView path, std::uint64_t id, dev_t device) {
-            return boundary.mayEnter(path, id, device);
-        };
+        boundary.applyTo(options);
+        // Refused by its path before it is opened, so a share that never answers is never asked.
+        QCOMPARE(bool(options.mayOpenFolder), !entered);
         platform::DirectoryWalker walker(tree.root(), options);
         QCOMPARE(walker.open(), platform::WalkOpenResult::ok);
         QList<QByteArray> met;

@@ -52,6 +52,11 @@ bool TestFolder::mirror(const QString &relative) {
     return true;
 }
 
+bool TestFolder::link(const QString &existing, const QString &relative) {
+    return ::link(m_tree.path(existing.toUtf8()).constData(),
+                  m_tree.path(relative.toUtf8()).constData()) == 0;
+}
+
 void DesktopRecorder::clear() {
     m_opened.clear();
     emit openedChanged();

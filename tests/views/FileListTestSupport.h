@@ -36,6 +36,8 @@ public:
     // Bind-mounts the whole folder again at `relative` inside it (needs root), until the folder
     // goes: a scan then meets a mount of a folder it is already walking.
     Q_INVOKABLE bool mirror(const QString &relative);
+    // Gives the file at `existing` another name (a hard link) at `relative`.
+    Q_INVOKABLE bool link(const QString &existing, const QString &relative);
 
 private:
     QList<QByteArray> m_locked;

@@ -3,11 +3,11 @@ import QtTest
 import Ravelinth
 import RavelinthTest
 
-// What scans leave out, set in the settings, and what a scan could not cover, told under the
-// scanner.
+// What scans leave out, set in the settings; what a scan could not cover, told under the scanner;
+// and data with several names, counted once and marked in the list.
 TestCase {
     id: testCase
-    name: "Exclusions"
+    name: "ScanScope"
     when: windowShown
     visible: true
     width: 1000
@@ -42,6 +42,13 @@ TestCase {
     Component {
         id: folderComponent
         TestFolder {}
+    }
+    Component {
+        id: listComponent
+        FileListView {
+            width: testCase.width
+            height: testCase.height
+        }
     }
 
     readonly property Preferences preferences: RavelinthViewModel.preferences
@@ -156,5 +163,38 @@ TestCase {
         model.start()
         verify(!gaps.visible)
         tryCompare(model.state, "phase", ScanPhase.Completed, 10000)
+    }
+
+    function test_dataWithOtherNamesCountsOnceAndIsMarked() {
+        const folder = createTemporaryObject(folderComponent, testCase)
+        folder.file("trip/clip.mov", 4e6)
+        folder.file("again/notes.txt", 10)
+        verify(folder.link("trip/clip.mov", "again/clip-copy.mov"))
+        folder.file("alone.iso", 2e6)
+        const view = createTemporaryObject(listComponent, testCase)
+        const vm = RavelinthViewModel
+        vm.scan.minFileSizeMB = 1
+        vm.scan.path = folder.root
+        vm.scan.start()
+        tryCompare(vm.scan.state, "phase", ScanPhase.Completed, 10000)
+        compare(vm.fileList.fileCount, 3)
+        // Both names are listed; their data counts once.
+        compare(vm.scan.state.totalSize, 6e6)
+        const table = findChild(view, "fileTable")
+        tryVerify(() => table.itemAtCell(0, 2) !== null)
+        let linked = 0
+        for (let row = 0; row < 3; ++row) {
+            table.positionViewAtRow(row, TableView.Contain)
+            table.forceLayout()
+            const badge = findChild(table.itemAtCell(5, row), "linkedBadge")
+            verify(badge, "row " + row)
+            if (badge.visible) {
+                ++linked
+                verify(badge.explanation.indexOf("frees no space") >= 0)
+            }
+        }
+        compare(linked, 2)
+        wait(200)
+        grabImage(view).save("filelist-linked.png")
     }
 }

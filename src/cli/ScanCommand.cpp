@@ -85,6 +85,18 @@ std::optional<OutputFormat> outputFormat(const QByteArray &argument) {
     return std::nullopt;
 }
 
+// The value of the option at `i`, written "--name=VALUE" or "--name VALUE" (then `i` moves past
+// it); none when nothing follows.
+std::optional<QByteArray> optionValue(const QList<QByteArray> &arguments, qsizetype &i) {
+    const QByteArray &argument = arguments[i];
+    const qsizetype equals = argument.indexOf('=');
+    if (equals >= 0)
+        return argument.mid(equals + 1);
+    if (i + 1 < arguments.size())
+        return arguments[++i];
+    return std::nullopt;
+}
+
 // Returns an exit code when parsing ends the command (help or a usage error).
 std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &options) {
     bool formatGiven = false;
@@ -104,17 +116,12 @@ std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &option
             } else if (argument == "--network") {
                 options.network = true;
             } else if (argument == "--exclude" || argument.startsWith("--exclude=")) {
-                QByteArray value;
-                if (argument.contains('=')) {
-                    value = argument.mid(argument.indexOf('=') + 1);
-                } else if (i + 1 < arguments.size()) {
-                    value = arguments[++i];
-                } else {
+                const std::optional<QByteArray> value = optionValue(arguments, i);
+                if (!value)
                     return usageError("--exclude needs a pattern");
-                }
-                if (value.isEmpty())
+                if (value->isEmpty())
                     return usageError("--exclude needs a pattern that is not empty");
-                options.exclusions.add(std::move(value));
+                options.exclusions.add(*value);
             } else if (argument == "--binary") {
                 setDefaultByteUnits(ByteUnits::binary);
             } else if (const auto format = outputFormat(argument)) {
@@ -123,15 +130,10 @@ std::optional<int> parse(const QList<QByteArray> &arguments, ScanOptions &option
                 formatGiven = true;
                 options.format = *format;
             } else if (argument == "--min-size-mb" || argument.startsWith("--min-size-mb=")) {
-                QByteArray value;
-                if (argument.contains('=')) {
-                    value = argument.mid(argument.indexOf('=') + 1);
-                } else if (i + 1 < arguments.size()) {
-                    value = arguments[++i];
-                } else {
+                const std::optional<QByteArray> value = optionValue(arguments, i);
+                if (!value)
                     return usageError("--min-size-mb needs a number");
-                }
-                const auto threshold = thresholdFromMegabytes(value);
+                const auto threshold = thresholdFromMegabytes(*value);
                 if (!threshold)
                     return usageError("--min-size-mb needs a non-negative number");
                 options.minFileSizeBytes = *threshold;

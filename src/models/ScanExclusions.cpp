@@ -46,4 +46,20 @@ bool ExclusionPatterns::excludes(QByteArrayView path, QByteArrayView name) const
     return false;
 }
 
+bool ExclusionPatterns::excludesOnTheWay(QByteArrayView path) const {
+    if (isEmpty() || !path.startsWith(m_root) ||
+        (m_root != "/" && path.size() > m_root.size() && path[m_root.size()] != '/'))
+        return false;
+    qsizetype start = m_root == "/" ? 1 : m_root.size() + 1;
+    while (start < path.size()) {
+        qsizetype end = path.indexOf('/', start);
+        if (end < 0)
+            end = path.size();
+        if (end > start && excludes(path.first(end), path.sliced(start, end - start)))
+            return true;
+        start = end + 1;
+    }
+    return false;
+}
+
 } // namespace ravelinth

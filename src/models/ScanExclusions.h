@@ -35,6 +35,8 @@ public:
     bool isEmpty() const { return m_names.empty() && m_paths.empty(); }
     // True when the entry at `path`, named `name`, is left out with everything below it.
     bool excludes(QByteArrayView path, QByteArrayView name) const;
+    // True when the walk would have left out `path` or a folder above it, up to the root.
+    bool excludesOnTheWay(QByteArrayView path) const;
 
 private:
     std::vector<GlobPattern> m_names;

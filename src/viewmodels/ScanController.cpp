@@ -107,7 +107,7 @@ void ScanController::begin(std::shared_ptr<FileScannerService> scanner,
     if (task->isCancelled)
         scanner->cancel();
     const ResultScope scope{QFile::encodeName(m_path), configuration.minFileSizeBytes,
-                            configuration.includeHiddenFiles};
+                            configuration.includeHiddenFiles, configuration.exclusions};
     whenFinished(scan, this, [this, scanner, task, scope](const ScanOutcome &outcome) {
         // A stopped scan may still show what it found, but only until another scan starts: a
         // late partial list must not replace a newer scan's results.
@@ -150,6 +150,12 @@ bool ScanController::resultWouldKeep(const QByteArray &path, qint64 size) const 
         root.chop(1);
     const QByteArray prefix = root == "/" ? root : root + '/';
     if (!path.startsWith(prefix))
+        return false;
+    for (const QByteArray &folder : m_resultScope->exclusions.folders) {
+        if (path.startsWith(folder + '/'))
+            return false;
+    }
+    if (ExclusionPatterns(m_resultScope->exclusions.patterns, root).excludesOnTheWay(path))
         return false;
     if (m_resultScope->includeHiddenFiles)
         return true;

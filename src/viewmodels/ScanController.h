@@ -46,7 +46,7 @@ public:
     void setScanNetworkDrives(bool scan) { m_scanNetworkDrives = scan; }
 
     // Whether a file at `path` of `size` bytes belongs to the results of the last scan that
-    // finished: under its folder, at or above its threshold, visible to it.
+    // finished: under its folder, at or above its threshold, visible to it, not excluded.
     bool resultWouldKeep(const QByteArray &path, qint64 size) const;
     // Announces the state again, for texts made from it whose units have changed.
     void restate() { emit stateChanged(); }
@@ -89,6 +89,7 @@ private:
         QByteArray root;
         qint64 minFileSizeBytes = 0;
         bool includeHiddenFiles = false;
+        ScanExclusions exclusions;
     };
     std::optional<ResultScope> m_resultScope;
     std::shared_ptr<Task> m_task;

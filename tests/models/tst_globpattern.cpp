@@ -76,6 +76,13 @@ private slots:
         QVERIFY(!patterns.excludes("/home/u/project/lib/build/a.o", "a.o"));
         QVERIFY(!patterns.excludes("/home/u/projectbuild/a.o", "a.o"));
         QVERIFY(patterns.excludes("/anywhere/disk.vmdk", "disk.vmdk"));
+        // The way down counts: a file below an excluded folder name is left out with it.
+        const ExclusionPatterns names({"node_modules", "build/*.o"}, "/p");
+        QVERIFY(names.excludesOnTheWay("/p/app/node_modules/x/y.bin"));
+        QVERIFY(names.excludesOnTheWay("/p/build/a.o"));
+        QVERIFY(!names.excludesOnTheWay("/p/app/node_modules_old/y.bin"));
+        QVERIFY(!names.excludesOnTheWay("/elsewhere/node_modules/y.bin"));
+        QVERIFY(!names.excludesOnTheWay("/pX/node_modules/y.bin"));
         const ExclusionPatterns fromSlash({"tmp/*"}, "/");
         QVERIFY(fromSlash.excludes("/tmp/x", "x"));
         QVERIFY(!fromSlash.excludes("/var/tmp/x", "x"));

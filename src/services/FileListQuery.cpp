@@ -122,16 +122,21 @@ FileListOrders computeFileListOrders(const QList<FileItem> &files) {
     return orders;
 }
 
-void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
-    // Keys are made once per name, each half of the list on a core of its own; the halves are
-    // sorted the same way and merged. Most comparisons end on the keys' first sixteen bytes,
-    // held beside the index; the index last makes the order total, so ties keep list order.
-    struct Entry {
-        NameSortKeys::Prefix prefix;
-        int index;
-    };
+namespace {
+
+// One name's place in the sort: the first sixteen bytes of its key beside its index. Prefixes
+// order only keys of one kind (see NameSortKeys).
+struct NameEntry {
+    NameSortKeys::Prefix prefix;
+    int index;
+    bool tableKey;
+};
+
+// Keys are made once per name, each half of the list on a core of its own.
+NameSortKeys makeNameKeys(const QList<FileItem> &files, NameSortKeys::Shortcut shortcut) {
     const QLocale locale;
-    std::array<NameSortKeys, 2> parts{NameSortKeys(locale), NameSortKeys(locale)};
+    std::array<NameSortKeys, 2> parts{NameSortKeys(locale, shortcut),
+                                      NameSortKeys(locale, shortcut)};
     inTwoHalves(files.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
         NameSortKeys &keys = parts[size_t(part)];
         keys.reserve(end - begin);
@@ -140,27 +145,73 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
     });
     NameSortKeys keys = std::move(parts[0]);
     keys.appendAll(std::move(parts[1]));
+    return keys;
+}
 
-    const auto compare = [&](const Entry &a, const Entry &b) {
-        if (a.prefix != b.prefix)
+// The names whose keys are of one kind, sorted: each half on a core of its own, then merged.
+template <typename Before>
+std::vector<NameEntry> sortedNames(const NameSortKeys &keys, bool tableKeys, Before before) {
+    std::array<std::vector<NameEntry>, 2> halves;
+    inTwoHalves(keys.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
+        std::vector<NameEntry> &entries = halves[size_t(part)];
+        entries.reserve(size_t(end - begin));
+        for (qsizetype i = begin; i < end; ++i) {
+            if (keys.isTableKey(i) == tableKeys)
+                entries.push_back({keys.prefix(i), int(i), tableKeys});
+        }
+        std::sort(entries.begin(), entries.end(), before);
+    });
+    if (halves[1].empty())
+        return std::move(halves[0]);
+    std::vector<NameEntry> merged(halves[0].size() + halves[1].size());
+    std::merge(halves[0].begin(), halves[0].end(), halves[1].begin(), halves[1].end(),
+               merged.begin(), before);
+    return merged;
+}
+
+} // namespace
+
+void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
+    // Printable-ASCII names, most of any list, take keys from a table; the rest the collation
+    // library's. Each kind is sorted on its own and the few others are then put in place by
+    // binary search, each comparison with an ASCII name costing a library key. Where the others
+    // are too many for that, every name gets a library key instead.
+    NameSortKeys keys = makeNameKeys(files, NameSortKeys::Shortcut::asciiTable);
+    qsizetype libraryKeys = 0;
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        libraryKeys += keys.isTableKey(i) ? 0 : 1;
+    constexpr qsizetype fewOthers = 32;
+    if (libraryKeys != keys.size() && libraryKeys * fewOthers > keys.size())
+        keys = makeNameKeys(files, NameSortKeys::Shortcut::none);
+
+    // Most comparisons end on the prefixes; the index last makes the order total, so ties keep
+    // list order.
+    const auto compare = [&](const NameEntry &a, const NameEntry &b) {
+        if (a.tableKey == b.tableKey && a.prefix != b.prefix)
             return a.prefix < b.prefix ? -1 : 1;
         return keys.compare(a.index, b.index);
     };
-    const auto before = [&](const Entry &a, const Entry &b) {
+    const auto before = [&](const NameEntry &a, const NameEntry &b) {
         const int order = compare(a, b);
         return order != 0 ? order < 0 : a.index < b.index;
     };
-    std::vector<Entry> entries(size_t(files.size()));
-    const qsizetype half =
-        inTwoHalves(files.size(), parallelFrom, [&](int, qsizetype begin, qsizetype end) {
-            for (qsizetype i = begin; i < end; ++i)
-                entries[size_t(i)] = {keys.prefix(i), int(i)};
-            std::sort(entries.begin() + begin, entries.begin() + end, before);
-        });
-    std::vector<Entry> merged(entries.size());
-    std::merge(entries.begin(), entries.begin() + half, entries.begin() + half, entries.end(),
-               merged.begin(), before);
-    entries = {};
+    std::vector<NameEntry> merged = sortedNames(keys, true, before);
+    const std::vector<NameEntry> others = sortedNames(keys, false, before);
+    if (merged.empty()) {
+        merged = others;
+    } else if (!others.empty()) {
+        std::vector<NameEntry> all;
+        all.reserve(merged.size() + others.size());
+        auto from = merged.cbegin();
+        for (const NameEntry &other : others) {
+            const auto at = std::lower_bound(from, merged.cend(), other, before);
+            all.insert(all.end(), from, at);
+            all.push_back(other);
+            from = at;
+        }
+        all.insert(all.end(), from, merged.cend());
+        merged = std::move(all);
+    }
 
     std::vector<int> order(merged.size());
     QList<int> ranks(files.size());

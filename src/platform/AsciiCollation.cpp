@@ -78,36 +78,40 @@ AsciiCollation::AsciiCollation(const QLocale &locale) {
             ++rank;
         m_letterRank[size_t(c - first)] = rank;
         m_place[size_t(c - first)] = std::uint8_t(i + 1);
-        m_byPlace[size_t(i) + 1] = c;
     }
     m_agrees = verify(locale);
 }
 
-void AsciiCollation::appendKey(QByteArrayView name, std::vector<std::uint8_t> &out) const {
-    const size_t length = size_t(name.size());
-    const size_t start = out.size();
-    out.resize(start + 2 * length + 1);
-    std::uint8_t *ranks = out.data() + start;
-    std::uint8_t *places = ranks + length + 1;
-    for (size_t i = 0; i < length; ++i) {
-        const size_t c = size_t(std::uint8_t(name[qsizetype(i)]) - std::uint8_t(first));
-        ranks[i] = m_letterRank[c];
-        places[i] = m_place[c];
+std::pair<std::uint64_t, std::uint64_t> AsciiCollation::prefix(QByteArrayView name) const {
+    std::uint64_t high = 0;
+    std::uint64_t low = 0;
+    const qsizetype length = name.size();
+    for (qsizetype i = 0; i < 8; ++i)
+        high = high << 8 | (i < length ? rankOf(name[i]) : 0);
+    for (qsizetype i = 8; i < 16; ++i)
+        low = low << 8 | (i < length ? rankOf(name[i]) : 0);
+    return {high, low};
+}
+
+int AsciiCollation::compare(QByteArrayView a, QByteArrayView b) const {
+    const qsizetype common = std::min(a.size(), b.size());
+    for (qsizetype i = 0; i < common; ++i) {
+        const int difference = int(rankOf(a[i])) - int(rankOf(b[i]));
+        if (difference != 0)
+            return difference;
     }
-    ranks[length] = 0;
+    if (a.size() != b.size())
+        return a.size() < b.size() ? -1 : 1;
+    for (qsizetype i = 0; i < common; ++i) {
+        const int difference = int(placeOf(a[i])) - int(placeOf(b[i]));
+        if (difference != 0)
+            return difference;
+    }
+    return 0;
 }
 
-std::size_t AsciiCollation::nameOfKey(const std::uint8_t *key, std::size_t length,
-                                      char16_t *out) const {
-    const size_t characters = (length - 1) / 2;
-    const std::uint8_t *places = key + characters + 1;
-    for (size_t i = 0; i < characters; ++i)
-        out[i] = char16_t(m_byPlace[places[i]]);
-    return characters;
-}
-
-// Every name of one or two characters, sorted by key, must be in the collator's order, and so
-// must the probes; joined letters and reweighed punctuation show up there.
+// Every name of one or two characters, sorted by the table, must be in the collator's order, and
+// so must the probes; joined letters and reweighed punctuation show up there.
 bool AsciiCollation::verify(const QLocale &locale) const {
     const QCollator collator = collatorFor(locale);
     std::vector<QByteArray> names;
@@ -121,20 +125,14 @@ bool AsciiCollation::verify(const QLocale &locale) const {
         names.emplace_back(pair[0]);
         names.emplace_back(pair[1]);
     }
-    std::vector<std::pair<std::vector<std::uint8_t>, QByteArray>> keyed;
-    keyed.reserve(names.size());
-    for (const QByteArray &name : names) {
-        std::vector<std::uint8_t> key;
-        appendKey(name, key);
-        keyed.emplace_back(std::move(key), name);
-    }
-    std::sort(keyed.begin(), keyed.end());
-    keyed.erase(std::unique(keyed.begin(), keyed.end()), keyed.end());
-    for (size_t i = 1; i < keyed.size(); ++i) {
-        if (keyed[i - 1].first == keyed[i].first)
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    std::sort(names.begin(), names.end(),
+              [&](const QByteArray &a, const QByteArray &b) { return compare(a, b) < 0; });
+    for (size_t i = 1; i < names.size(); ++i) {
+        if (compare(names[i - 1], names[i]) == 0)
             return false;
-        if (collator.compare(QString::fromLatin1(keyed[i - 1].second),
-                             QString::fromLatin1(keyed[i].second)) >= 0)
+        if (collator.compare(QString::fromLatin1(names[i - 1]), QString::fromLatin1(names[i])) >= 0)
             return false;
     }
     return true;

@@ -54,15 +54,8 @@ struct NameSortKeys::Collator {
 #endif
 };
 
-NameSortKeys::NameSortKeys(const QLocale &locale, Shortcut shortcut)
-    : m_collator(std::make_unique<Collator>(locale)) {
-#if RAVELINTH_HAVE_ICU
-    if (shortcut == Shortcut::asciiTable)
-        m_table = AsciiCollation::forLocale(locale);
-#else
-    Q_UNUSED(shortcut)
-#endif
-}
+NameSortKeys::NameSortKeys(const QLocale &locale)
+    : m_collator(std::make_unique<Collator>(locale)) {}
 NameSortKeys::~NameSortKeys() = default;
 NameSortKeys::NameSortKeys(NameSortKeys &&) noexcept = default;
 NameSortKeys &NameSortKeys::operator=(NameSortKeys &&) noexcept = default;
@@ -74,20 +67,18 @@ void NameSortKeys::reserve(qsizetype count) {
 }
 
 void NameSortKeys::append(QStringView name) {
-#if RAVELINTH_HAVE_ICU
-    appendLibraryKey(name, m_bytes);
-#else
-    if (m_collator->codeUnits)
-        appendLibraryKey(name, m_bytes);
-    else
+#if !RAVELINTH_HAVE_ICU
+    if (!m_collator->codeUnits) {
         m_opaqueKeys.push_back(m_collator->opaque->sortKey(name.toString()));
+        m_ends.push_back(m_bytes.size());
+        return;
+    }
 #endif
+    appendKey(name, m_bytes);
     m_ends.push_back(m_bytes.size());
-    if (!m_tableKeys.empty())
-        m_tableKeys.push_back(false);
 }
 
-void NameSortKeys::appendLibraryKey(QStringView name, std::vector<std::uint8_t> &out) const {
+void NameSortKeys::appendKey(QStringView name, std::vector<std::uint8_t> &out) const {
     const size_t start = out.size();
     if (m_collator->codeUnits) {
         out.resize(start + size_t(name.size()) * 2);
@@ -116,14 +107,6 @@ void NameSortKeys::appendLibraryKey(QStringView name, std::vector<std::uint8_t> 
 void NameSortKeys::appendUtf8(QByteArrayView name) {
     // Most names are ASCII: widened on the stack they need neither a decoder nor an allocation.
     constexpr qsizetype room = 256;
-    if (m_table && name.size() <= room && AsciiCollation::isPrintable(name)) {
-        if (m_tableKeys.empty())
-            m_tableKeys.resize(m_ends.size(), false);
-        m_table->appendKey(name, m_bytes);
-        m_ends.push_back(m_bytes.size());
-        m_tableKeys.push_back(true);
-        return;
-    }
     if (name.size() <= room && isAsciiText(name)) {
         char16_t wide[room];
         for (qsizetype i = 0; i < name.size(); ++i)
@@ -136,25 +119,15 @@ void NameSortKeys::appendUtf8(QByteArrayView name) {
 
 void NameSortKeys::appendAll(NameSortKeys &&other) {
     const size_t offset = m_bytes.size();
-    const size_t offsetCount = m_ends.size();
     m_bytes.insert(m_bytes.end(), other.m_bytes.begin(), other.m_bytes.end());
     for (size_t end : other.m_ends)
         m_ends.push_back(offset + end);
     std::move(other.m_opaqueKeys.begin(), other.m_opaqueKeys.end(),
               std::back_inserter(m_opaqueKeys));
-    if (!other.m_tableKeys.empty() || !m_tableKeys.empty()) {
-        m_tableKeys.resize(offsetCount, false);
-        if (other.m_tableKeys.empty())
-            m_tableKeys.resize(m_ends.size(), false);
-        else
-            m_tableKeys.insert(m_tableKeys.end(), other.m_tableKeys.begin(),
-                               other.m_tableKeys.end());
-    }
     // The other's buffers can be large; they go now rather than with it.
     other.m_bytes = {};
     other.m_ends = {};
     other.m_opaqueKeys = {};
-    other.m_tableKeys = {};
 }
 
 std::pair<const std::uint8_t *, size_t> NameSortKeys::keyAt(qsizetype index) const {
@@ -177,9 +150,6 @@ NameSortKeys::Prefix NameSortKeys::prefix(qsizetype index) const {
 int NameSortKeys::compare(qsizetype a, qsizetype b) const {
     if (!m_opaqueKeys.empty())
         return m_opaqueKeys[size_t(a)].compare(m_opaqueKeys[size_t(b)]);
-    const bool tableA = isTableKey(a);
-    if (tableA != isTableKey(b))
-        return tableA ? compareMixed(a, b) : -compareMixed(b, a);
     const size_t beginA = a == 0 ? 0 : m_ends[size_t(a) - 1];
     const size_t beginB = b == 0 ? 0 : m_ends[size_t(b) - 1];
     const size_t lengthA = m_ends[size_t(a)] - beginA;
@@ -191,18 +161,18 @@ int NameSortKeys::compare(qsizetype a, qsizetype b) const {
     return lengthA < lengthB ? -1 : lengthA > lengthB ? 1 : 0;
 }
 
-// A table key holds its name: the name is spelled out again and given the library's key.
-int NameSortKeys::compareMixed(qsizetype table, qsizetype library) const {
-    const auto [tableKey, tableLength] = keyAt(table);
-    char16_t name[256];
-    const size_t length = m_table->nameOfKey(tableKey, tableLength, name);
+int NameSortKeys::compareWith(qsizetype index, QStringView name) const {
+#if !RAVELINTH_HAVE_ICU
+    if (!m_collator->codeUnits)
+        return m_opaqueKeys[size_t(index)].compare(m_collator->opaque->sortKey(name.toString()));
+#endif
     std::vector<std::uint8_t> key;
-    appendLibraryKey(QStringView(name, qsizetype(length)), key);
-    const auto [libraryKey, libraryLength] = keyAt(library);
-    const int bytes = std::memcmp(key.data(), libraryKey, std::min(key.size(), libraryLength));
+    appendKey(name, key);
+    const auto [own, length] = keyAt(index);
+    const int bytes = std::memcmp(own, key.data(), std::min(length, key.size()));
     if (bytes != 0)
         return bytes;
-    return key.size() < libraryLength ? -1 : key.size() > libraryLength ? 1 : 0;
+    return length < key.size() ? -1 : length > key.size() ? 1 : 0;
 }
 
 } // namespace ravelinth

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/AsciiCollation.h"
-
 #include <QByteArrayView>
 #include <QCollator>
 #include <QLocale>
@@ -18,16 +16,9 @@ namespace ravelinth {
 // The keys are bytes in one buffer, so a million of them cost two allocations, not two million;
 // the first sixteen bytes of each come as two integers, which settle most comparisons without
 // reading the buffer.
-//
-// With `Shortcut::asciiTable`, printable-ASCII names get keys from AsciiCollation's table, made
-// in a fraction of the time; other names get the collation library's. The two kinds of key
-// compare as bytes only with their own kind: compare() handles a mixed pair, more slowly, and
-// prefix() orders only keys of one kind.
 class NameSortKeys {
 public:
-    enum class Shortcut { none, asciiTable };
-
-    explicit NameSortKeys(const QLocale &locale, Shortcut shortcut = Shortcut::none);
+    explicit NameSortKeys(const QLocale &locale);
     ~NameSortKeys();
     NameSortKeys(NameSortKeys &&) noexcept;
     NameSortKeys &operator=(NameSortKeys &&) noexcept;
@@ -40,10 +31,6 @@ public:
     void appendAll(NameSortKeys &&other);
 
     qsizetype size() const { return qsizetype(m_ends.size()); }
-    // Whether the name's key came from the ASCII table.
-    bool isTableKey(qsizetype index) const {
-        return !m_tableKeys.empty() && m_tableKeys[size_t(index)];
-    }
 
     struct Prefix {
         std::uint64_t high = 0;
@@ -53,11 +40,13 @@ public:
     Prefix prefix(qsizetype index) const;
     // Negative, zero or positive, as QCollator::compare would answer for the two names.
     int compare(qsizetype a, qsizetype b) const;
+    // The same between the name of key `index` and `name`, which has no key here: slower, as
+    // it makes one.
+    int compareWith(qsizetype index, QStringView name) const;
 
 private:
     std::pair<const std::uint8_t *, std::size_t> keyAt(qsizetype index) const;
-    void appendLibraryKey(QStringView name, std::vector<std::uint8_t> &out) const;
-    int compareMixed(qsizetype table, qsizetype library) const;
+    void appendKey(QStringView name, std::vector<std::uint8_t> &out) const;
 
     struct Collator;
     std::unique_ptr<Collator> m_collator;
@@ -65,9 +54,6 @@ private:
     std::vector<std::size_t> m_ends;
     // Where the system has no collation library whose keys are bytes.
     std::vector<QCollatorSortKey> m_opaqueKeys;
-    std::shared_ptr<const AsciiCollation> m_table;
-    // One flag per key once the first table key is made; empty while there is none.
-    std::vector<bool> m_tableKeys;
 };
 
 } // namespace ravelinth

@@ -1,11 +1,9 @@
 #include "services/FileListQuery.h"
 
 #include "models/AsciiText.h"
-#include "platform/NameSortKeys.h"
 #include "utility/ParallelHalves.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 
 namespace ravelinth {
@@ -120,110 +118,6 @@ FileListOrders computeFileListOrders(const QList<FileItem> &files) {
     }
     orders.byDate = orderBy<qint64>(files.size(), [&](int i) { return files[i].modifiedMSecs; });
     return orders;
-}
-
-namespace {
-
-// One name's place in the sort: the first sixteen bytes of its key beside its index. Prefixes
-// order only keys of one kind (see NameSortKeys).
-struct NameEntry {
-    NameSortKeys::Prefix prefix;
-    int index;
-    bool tableKey;
-};
-
-// Keys are made once per name, each half of the list on a core of its own.
-NameSortKeys makeNameKeys(const QList<FileItem> &files, NameSortKeys::Shortcut shortcut) {
-    const QLocale locale;
-    std::array<NameSortKeys, 2> parts{NameSortKeys(locale, shortcut),
-                                      NameSortKeys(locale, shortcut)};
-    inTwoHalves(files.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
-        NameSortKeys &keys = parts[size_t(part)];
-        keys.reserve(end - begin);
-        for (qsizetype i = begin; i < end; ++i)
-            keys.appendUtf8(files[i].name());
-    });
-    NameSortKeys keys = std::move(parts[0]);
-    keys.appendAll(std::move(parts[1]));
-    return keys;
-}
-
-// The names whose keys are of one kind, sorted: each half on a core of its own, then merged.
-template <typename Before>
-std::vector<NameEntry> sortedNames(const NameSortKeys &keys, bool tableKeys, Before before) {
-    std::array<std::vector<NameEntry>, 2> halves;
-    inTwoHalves(keys.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
-        std::vector<NameEntry> &entries = halves[size_t(part)];
-        entries.reserve(size_t(end - begin));
-        for (qsizetype i = begin; i < end; ++i) {
-            if (keys.isTableKey(i) == tableKeys)
-                entries.push_back({keys.prefix(i), int(i), tableKeys});
-        }
-        std::sort(entries.begin(), entries.end(), before);
-    });
-    if (halves[1].empty())
-        return std::move(halves[0]);
-    std::vector<NameEntry> merged(halves[0].size() + halves[1].size());
-    std::merge(halves[0].begin(), halves[0].end(), halves[1].begin(), halves[1].end(),
-               merged.begin(), before);
-    return merged;
-}
-
-} // namespace
-
-void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
-    // Printable-ASCII names, most of any list, take keys from a table; the rest the collation
-    // library's. Each kind is sorted on its own and the few others are then put in place by
-    // binary search, each comparison with an ASCII name costing a library key. Where the others
-    // are too many for that, every name gets a library key instead.
-    NameSortKeys keys = makeNameKeys(files, NameSortKeys::Shortcut::asciiTable);
-    qsizetype libraryKeys = 0;
-    for (qsizetype i = 0; i < keys.size(); ++i)
-        libraryKeys += keys.isTableKey(i) ? 0 : 1;
-    constexpr qsizetype fewOthers = 32;
-    if (libraryKeys != keys.size() && libraryKeys * fewOthers > keys.size())
-        keys = makeNameKeys(files, NameSortKeys::Shortcut::none);
-
-    // Most comparisons end on the prefixes; the index last makes the order total, so ties keep
-    // list order.
-    const auto compare = [&](const NameEntry &a, const NameEntry &b) {
-        if (a.tableKey == b.tableKey && a.prefix != b.prefix)
-            return a.prefix < b.prefix ? -1 : 1;
-        return keys.compare(a.index, b.index);
-    };
-    const auto before = [&](const NameEntry &a, const NameEntry &b) {
-        const int order = compare(a, b);
-        return order != 0 ? order < 0 : a.index < b.index;
-    };
-    std::vector<NameEntry> merged = sortedNames(keys, true, before);
-    const std::vector<NameEntry> others = sortedNames(keys, false, before);
-    if (merged.empty()) {
-        merged = others;
-    } else if (!others.empty()) {
-        std::vector<NameEntry> all;
-        all.reserve(merged.size() + others.size());
-        auto from = merged.cbegin();
-        for (const NameEntry &other : others) {
-            const auto at = std::lower_bound(from, merged.cend(), other, before);
-            all.insert(all.end(), from, at);
-            all.push_back(other);
-            from = at;
-        }
-        all.insert(all.end(), from, merged.cend());
-        merged = std::move(all);
-    }
-
-    std::vector<int> order(merged.size());
-    QList<int> ranks(files.size());
-    int rank = 0;
-    for (size_t i = 0; i < merged.size(); ++i) {
-        if (i > 0 && compare(merged[i - 1], merged[i]) != 0)
-            ++rank;
-        order[i] = merged[i].index;
-        ranks[merged[i].index] = rank;
-    }
-    orders.byName = std::move(order);
-    orders.nameRanks = std::move(ranks);
 }
 
 bool matchesSearch(const FileItem &file, const QString &searchText) {

@@ -1,6 +1,7 @@
 #include "platform/ParallelDirectoryWalker.h"
 
 #include "platform/FolderListing.h"
+#include "platform/WalkerDemand.h"
 
 #include <algorithm>
 #include <atomic>
@@ -12,6 +13,7 @@
 #include <fcntl.h>
 #include <mutex>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace ravelinth::platform {
@@ -56,7 +58,15 @@ struct Worker {
     std::deque<Segment> segments; // stable addresses
     std::uint32_t emitted = 0;
     std::vector<char> buffer;
+    // Where the worker's thread measures itself, while the walk adapts its number of workers.
+    ThreadClock *clock = nullptr;
+    ThreadTimes since;
+    std::int64_t entries = 0;
+    bool timing = false;
 };
+
+// Entries between two looks at a worker's clock: a look costs a system call.
+constexpr std::int64_t entriesPerLook = 256;
 
 bool mayBeFolder(unsigned char type) {
     return type == DT_DIR || type == DT_UNKNOWN;
@@ -87,13 +97,19 @@ struct ParallelDirectoryWalker::Private {
     std::mutex mutex;
     std::condition_variable wake;
     std::vector<Task> pool;
-    int idle = 0;
+    int idle = 0; // workers let in and waiting for a task
+    int busy = 0; // workers running a task
     bool finished = false;
+    bool adaptive = false;
+    std::unique_ptr<WalkerDemand> demand;
+    std::atomic<int> letIn{1};
+    int mostLetIn = 1;
     std::atomic<int> hungry{0};
     std::atomic<bool> stopped{false};
     std::atomic<int> handOffs{0};
 
     void runTask(int worker, Task task, const Visit &visit);
+    void measure(Worker &me, bool restart);
     void handOff(int worker, std::vector<Frame> &stack, std::vector<BranchInfo> &branch,
                  const QByteArray &path);
     void stop() {
@@ -104,14 +120,17 @@ struct ParallelDirectoryWalker::Private {
 };
 
 ParallelDirectoryWalker::ParallelDirectoryWalker(QByteArray rootPath, WalkOptions options,
-                                                 int workerCount)
+                                                 int workerCount, bool adaptive)
     : d(std::make_unique<Private>()) {
+    d->adaptive = adaptive;
     while (rootPath.size() > 1 && rootPath.endsWith('/'))
         rootPath.chop(1);
     d->rootPath = std::move(rootPath);
     d->options = std::move(options);
     d->workerCount = std::max(1, workerCount);
     d->workers.resize(size_t(d->workerCount));
+    d->letIn = d->workerCount;
+    d->mostLetIn = d->workerCount;
 }
 
 ParallelDirectoryWalker::~ParallelDirectoryWalker() {
@@ -132,6 +151,13 @@ WalkOpenResult ParallelDirectoryWalker::open() {
     const int fd = ::open(d->rootPath.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return WalkOpenResult::failed;
+    if (d->adaptive && d->workerCount > 1) {
+        const int cores = int(std::max(1u, std::thread::hardware_concurrency()));
+        d->demand =
+            std::make_unique<WalkerDemand>(d->workerCount, cores, isOnRotatingDisk(d->rootPath));
+        d->letIn = d->demand->initial();
+        d->mostLetIn = d->letIn;
+    }
     d->root = &d->workers[0].segments.emplace_back();
     Task task;
     task.frame.fd = fd;
@@ -146,32 +172,83 @@ int ParallelDirectoryWalker::handOffs() const {
     return d->handOffs;
 }
 
+int ParallelDirectoryWalker::workersLetIn() const {
+    std::lock_guard lock(d->mutex);
+    return d->mostLetIn;
+}
+
 void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
-    d->workers[size_t(worker)].buffer.resize(256 * 1024);
+    Worker &me = d->workers[size_t(worker)];
+    ThreadClock clock;
+    if (d->demand)
+        me.clock = &clock;
     for (;;) {
         Task task;
         {
             std::unique_lock lock(d->mutex);
-            ++d->idle;
-            ++d->hungry;
-            while (d->pool.empty() && !d->finished && !d->stopped) {
-                // Everyone is waiting and nothing is left: the walk is over.
-                if (d->idle == d->workerCount) {
+            // Counted among the idle only while let in: the busy hand work only to those.
+            bool waiting = false;
+            for (;;) {
+                const bool letIn = worker < d->letIn.load(std::memory_order_relaxed);
+                if (letIn != waiting) {
+                    d->idle += letIn ? 1 : -1;
+                    d->hungry += letIn ? 1 : -1;
+                    waiting = letIn;
+                }
+                if (d->finished || d->stopped || (letIn && !d->pool.empty()))
+                    break;
+                // Nobody is walking and nothing is left: the walk is over.
+                if (d->busy == 0 && d->pool.empty()) {
                     d->finished = true;
                     d->wake.notify_all();
                     break;
                 }
                 d->wake.wait(lock);
             }
-            --d->idle;
-            --d->hungry;
-            if (d->pool.empty() || d->stopped)
-                return;
+            if (waiting) {
+                --d->idle;
+                --d->hungry;
+            }
+            if (d->finished || d->stopped || d->pool.empty())
+                break;
             task = std::move(d->pool.back());
             d->pool.pop_back();
+            ++d->busy;
         }
+        // Only workers that walk need room to list folders in.
+        if (me.buffer.empty())
+            me.buffer.resize(256 * 1024);
+        d->measure(me, true);
         d->runTask(worker, std::move(task), visit);
+        d->measure(me, false);
+        std::lock_guard lock(d->mutex);
+        if (--d->busy == 0 && d->pool.empty())
+            d->wake.notify_all();
     }
+    me.clock = nullptr;
+}
+
+// Reports the worker's last stretch of work to the demand, and lets more workers in when it
+// asks for them. `restart` begins a stretch instead: the time spent waiting for a task is not
+// time spent on the device.
+void ParallelDirectoryWalker::Private::measure(Worker &me, bool restart) {
+    ThreadTimes now;
+    if (!me.clock || !me.clock->read(now))
+        return;
+    if (me.timing && !restart) {
+        const ThreadTimes stretch{now.running - me.since.running, now.runnable - me.since.runnable,
+                                  now.elapsed - me.since.elapsed};
+        const int wanted = demand->report(stretch, now.elapsed);
+        if (wanted > letIn.load(std::memory_order_relaxed)) {
+            std::lock_guard lock(mutex);
+            letIn = wanted;
+            mostLetIn = std::max(mostLetIn, wanted);
+            wake.notify_all();
+        }
+    }
+    me.since = now;
+    me.entries = 0;
+    me.timing = true;
 }
 
 void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visit &visit) {
@@ -233,6 +310,8 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
         const char *name = takeNextEntry(frame, path, rootIsSlash, options, entry);
         if (!name)
             continue;
+        if (me.clock && ++me.entries % entriesPerLook == 0)
+            measure(me, false);
         const WalkVisit result = visit(worker, entry);
         if (result.emitted)
             noteEmitted(me, *branch.back().segment);

@@ -98,9 +98,6 @@ int WalkerDemand::decide(std::int64_t now) {
     // the walk's speed, whatever the shape of the folders it happens to be in.
     const double walking = double(running) / span;
 
-    fprintf(stderr, "t=%lld asleep %.2f walking %.2f rq %.2f cur %d ceil %d\n",
-            (long long)(now / 1000000) % 100000, asleep, walking, double(runnable) / elapsed,
-            m_current, m_ceiling);
     if (m_walkingBeforeStep > 0) {
         if (walking < m_walkingBeforeStep * 1.1) {
             m_ceiling = m_current;
@@ -110,8 +107,9 @@ int WalkerDemand::decide(std::int64_t now) {
     }
     if (m_ceiling < m_maximum && now >= m_retryAt)
         m_ceiling = m_maximum;
-    // Walkers that sleep a little, on a lock or a stray read, need no company.
-    constexpr double sleepyFrom = 0.2;
+    // Walkers that sleep a little, on a lock or a stray read, need no company: a walk of a tree
+    // in memory sleeps a sixth of the time on two busy cores.
+    constexpr double sleepyFrom = 0.3;
     if (asleep < sleepyFrom || m_current >= m_ceiling)
         return 0;
     // A rotating disk serves one request at a time, and more walkers soon only make its head

@@ -1,6 +1,7 @@
 #include "platform/ParallelDirectoryWalker.h"
 
 #include "platform/FolderListing.h"
+#include "platform/WalkOrder.h"
 #include "platform/WalkerDemand.h"
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <mutex>
+#include <optional>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -19,22 +21,6 @@
 namespace ravelinth::platform {
 
 namespace {
-
-struct Segment;
-
-// Either a run of emitted items (child == nullptr) or the place where a subfolder, or the tail
-// of this folder handed to another worker, begins.
-struct Piece {
-    Segment *child = nullptr;
-    std::uint32_t start = 0;
-    std::uint32_t count = 0;
-};
-
-// The part of one folder's listing that one worker walked, in listing order.
-struct Segment {
-    std::uint32_t worker = 0;
-    std::vector<Piece> pieces;
-};
 
 struct Task {
     Frame frame;
@@ -58,30 +44,12 @@ struct Worker {
     std::deque<Segment> segments; // stable addresses
     std::uint32_t emitted = 0;
     std::vector<char> buffer;
-    // Where the worker's thread measures itself, while the walk adapts its number of workers.
-    ThreadClock *clock = nullptr;
-    ThreadTimes since;
-    std::int64_t entries = 0;
-    bool timing = false;
+    // While the walk adapts its number of workers: on the worker's own thread.
+    WalkerStopwatch *stopwatch = nullptr;
 };
-
-// Entries between two looks at a worker's clock: a look costs a system call.
-constexpr std::int64_t entriesPerLook = 256;
 
 bool mayBeFolder(unsigned char type) {
     return type == DT_DIR || type == DT_UNKNOWN;
-}
-
-// Adds the worker's next item to the segment's pieces, extending the last run when it can.
-void noteEmitted(Worker &worker, Segment &segment) {
-    std::vector<Piece> &pieces = segment.pieces;
-    const std::uint32_t number = worker.emitted++;
-    if (!pieces.empty() && !pieces.back().child &&
-        pieces.back().start + pieces.back().count == number) {
-        ++pieces.back().count;
-    } else {
-        pieces.push_back({nullptr, number, 1});
-    }
 }
 
 } // namespace
@@ -109,7 +77,7 @@ struct ParallelDirectoryWalker::Private {
     std::atomic<int> handOffs{0};
 
     void runTask(int worker, Task task, const Visit &visit);
-    void measure(Worker &me, bool restart);
+    void letMoreIn(int wanted);
     void handOff(int worker, std::vector<Frame> &stack, std::vector<BranchInfo> &branch,
                  const QByteArray &path);
     void stop() {
@@ -179,9 +147,9 @@ int ParallelDirectoryWalker::workersLetIn() const {
 
 void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
     Worker &me = d->workers[size_t(worker)];
-    ThreadClock clock;
+    std::optional<WalkerStopwatch> stopwatch;
     if (d->demand)
-        me.clock = &clock;
+        me.stopwatch = &stopwatch.emplace(*d->demand);
     for (;;) {
         Task task;
         {
@@ -218,37 +186,25 @@ void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
         // Only workers that walk need room to list folders in.
         if (me.buffer.empty())
             me.buffer.resize(256 * 1024);
-        d->measure(me, true);
+        if (me.stopwatch)
+            me.stopwatch->start();
         d->runTask(worker, std::move(task), visit);
-        d->measure(me, false);
+        if (me.stopwatch)
+            d->letMoreIn(me.stopwatch->lap());
         std::lock_guard lock(d->mutex);
         if (--d->busy == 0 && d->pool.empty())
             d->wake.notify_all();
     }
-    me.clock = nullptr;
+    me.stopwatch = nullptr;
 }
 
-// Reports the worker's last stretch of work to the demand, and lets more workers in when it
-// asks for them. `restart` begins a stretch instead: the time spent waiting for a task is not
-// time spent on the device.
-void ParallelDirectoryWalker::Private::measure(Worker &me, bool restart) {
-    ThreadTimes now;
-    if (!me.clock || !me.clock->read(now))
+void ParallelDirectoryWalker::Private::letMoreIn(int wanted) {
+    if (wanted <= letIn.load(std::memory_order_relaxed))
         return;
-    if (me.timing && !restart) {
-        const ThreadTimes stretch{now.running - me.since.running, now.runnable - me.since.runnable,
-                                  now.elapsed - me.since.elapsed};
-        const int wanted = demand->report(stretch, now.elapsed);
-        if (wanted > letIn.load(std::memory_order_relaxed)) {
-            std::lock_guard lock(mutex);
-            letIn = wanted;
-            mostLetIn = std::max(mostLetIn, wanted);
-            wake.notify_all();
-        }
-    }
-    me.since = now;
-    me.entries = 0;
-    me.timing = true;
+    std::lock_guard lock(mutex);
+    letIn = wanted;
+    mostLetIn = std::max(mostLetIn, wanted);
+    wake.notify_all();
 }
 
 void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visit &visit) {
@@ -310,11 +266,11 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
         const char *name = takeNextEntry(frame, path, rootIsSlash, options, entry);
         if (!name)
             continue;
-        if (me.clock && ++me.entries % entriesPerLook == 0)
-            measure(me, false);
+        if (me.stopwatch)
+            letMoreIn(me.stopwatch->count());
         const WalkVisit result = visit(worker, entry);
         if (result.emitted)
-            noteEmitted(me, *branch.back().segment);
+            noteEmitted(*branch.back().segment, me.emitted++);
         if (result.decision == WalkDecision::stop) {
             stop();
             break;
@@ -334,7 +290,7 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
                 // Goes in the order where the folder's own contents would have been.
                 entry.unreadableFolder = true;
                 if (visit(worker, entry).emitted)
-                    noteEmitted(me, *branch.back().segment);
+                    noteEmitted(*branch.back().segment, me.emitted++);
                 entry.unreadableFolder = false;
             }
             if (opening == FrameOpening::opened) {
@@ -438,31 +394,7 @@ void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &s
 }
 
 std::vector<EmittedRun> ParallelDirectoryWalker::emittedInWalkOrder() const {
-    std::vector<EmittedRun> runs;
-    if (!d->root)
-        return runs;
-    std::vector<std::pair<const Segment *, std::size_t>> pending{{d->root, 0}};
-    while (!pending.empty()) {
-        const Segment *segment = pending.back().first;
-        const std::size_t index = pending.back().second;
-        if (index == segment->pieces.size()) {
-            pending.pop_back();
-            continue;
-        }
-        ++pending.back().second;
-        const Piece &piece = segment->pieces[index];
-        if (piece.child) {
-            pending.emplace_back(piece.child, 0);
-            continue;
-        }
-        if (!runs.empty() && runs.back().worker == segment->worker &&
-            runs.back().start + runs.back().count == piece.start) {
-            runs.back().count += piece.count;
-        } else {
-            runs.push_back({segment->worker, piece.start, piece.count});
-        }
-    }
-    return runs;
+    return d->root ? runsInWalkOrder(*d->root) : std::vector<EmittedRun>();
 }
 
 } // namespace ravelinth::platform

@@ -120,4 +120,20 @@ int WalkerDemand::decide(std::int64_t now) {
     return m_current;
 }
 
+void WalkerStopwatch::start() {
+    m_entries = 0;
+    m_timing = m_clock.read(m_since);
+}
+
+int WalkerStopwatch::lap() {
+    ThreadTimes now;
+    if (!m_timing || !m_clock.read(now))
+        return 0;
+    const ThreadTimes stretch{now.running - m_since.running, now.runnable - m_since.runnable,
+                              now.elapsed - m_since.elapsed};
+    m_since = now;
+    m_entries = 0;
+    return m_demand.report(stretch, now.elapsed);
+}
+
 } // namespace ravelinth::platform

@@ -67,4 +67,27 @@ private:
     double m_walkingBeforeStep = 0; // cores' worth of walking before the last step; 0: none
 };
 
+// A walker's stopwatch, used on the walker's own thread: times its stretches of work and reports
+// them to the demand.
+class WalkerStopwatch {
+public:
+    explicit WalkerStopwatch(WalkerDemand &demand) : m_demand(demand) {}
+
+    // A stretch begins: time spent waiting for work is not time spent on the device.
+    void start();
+    // An entry met. Returns a new number of walkers when the demand asks for one, else 0.
+    int count() { return ++m_entries % entriesPerLook == 0 ? lap() : 0; }
+    // Reports the stretch so far and begins the next; answers as count() does.
+    int lap();
+
+private:
+    // Entries between two looks at the clock: a look costs a system call.
+    static constexpr std::int64_t entriesPerLook = 256;
+    WalkerDemand &m_demand;
+    ThreadClock m_clock;
+    ThreadTimes m_since;
+    std::int64_t m_entries = 0;
+    bool m_timing = false;
+};
+
 } // namespace ravelinth::platform

@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
-# Times `ravelinth scan` against fd, find, gdu and ncdu on one warm tree (or cold, dropping the
-# page cache before every run, which needs root), in one run, and prints medians, peak memory
-# and ratios, then the peak memory of a scan that keeps every file. Usage:
-#   bench/scan-bench.sh [--tree DIR] [--files N] [--folders N] [--rounds N] [--cold]
+# Times `ravelinth scan` against fd, find, gdu and ncdu and against bare walks (bench/bare_walk:
+# getdents64 and fstatat only, on 2 and on 16 threads) on one tree, in one run, and prints
+# medians, peak memory and ratios, then the peak memory of a scan that keeps every file. Warm by
+# default; --cold drops the page cache before every run (needs root); --both measures warm, then
+# cold. Usage:
+#   bench/scan-bench.sh [--tree DIR] [--files N] [--folders N] [--rounds N] [--cold | --both]
 # Defaults: 1,000,000 files in 60,000 folders under /work/bench-trees (or $BENCH_TREES), 5 rounds.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-files=1000000 folders=60000 rounds=5 cold=0
+files=1000000 folders=60000 rounds=5 modes=(warm)
 tree_root=${BENCH_TREES:-/work/bench-trees}
 tree=""
 while [[ $# -gt 0 ]]; do
@@ -16,8 +18,9 @@ while [[ $# -gt 0 ]]; do
         --files) files=$2; shift 2 ;;
         --folders) folders=$2; shift 2 ;;
         --rounds) rounds=$2; shift 2 ;;
-        --cold) cold=1; shift ;;
-        -h | --help) sed -n '2,6s/^# \{0,1\}//p' "$0"; exit 0 ;;
+        --cold) modes=(cold); shift ;;
+        --both) modes=(warm cold); shift ;;
+        -h | --help) sed -n '2,8s/^# \{0,1\}//p' "$0"; exit 0 ;;
         *) echo "unknown argument $1" >&2; exit 2 ;;
     esac
 done
@@ -46,46 +49,56 @@ declare -A commands=(
     [find]="find $tree -type f -size +100M"
     [gdu]="gdu --non-interactive --no-progress $tree"
     [ncdu]="ncdu -0 -x -o /dev/null $tree"
+    [bare-2]="build/bin/bare_walk $tree 2"
+    [bare-16]="build/bin/bare_walk $tree 16"
 )
-tools=(ravelinth ravelinth-1 fd find gdu ncdu)
+tools=(ravelinth ravelinth-1 fd find gdu ncdu bare-2 bare-16)
 
 kept=$(build/bin/ravelinth scan "$tree" --min-size-mb 100 --hidden --print0 | tr -cd '\0' | wc -c)
 found=$(find "$tree" -type f -size +100M | wc -l)
 echo "tree: $tree ($files files, $folders folders); ravelinth keeps $kept files, find finds $found"
 [[ "$kept" == "$found" ]] || echo "WARNING: the counts differ"
 
+machine="$(nproc) cores, $(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo | head -1), $(($(sed -n 's/^MemTotal: *\([0-9]*\).*/\1/p' /proc/meminfo) / 1048576)) GiB"
+device=$(df --output=source "$tree" | tail -1)
+echo "machine: $machine; tree on $device (rotational: $(cat "/sys/block/$(basename "$(readlink -f "/sys/class/block/$(basename "$device")/..")")/queue/rotational" 2>/dev/null || cat "/sys/class/block/$(basename "$device")/queue/rotational" 2>/dev/null || echo unknown))"
+
 drop_caches() {
-    if [[ $cold -eq 1 ]]; then
-        sync
-        if ! echo 3 >/proc/sys/vm/drop_caches 2>/dev/null; then
-            echo "cannot drop caches here; measuring warm" >&2
-            cold=0
-        fi
-    fi
+    sync
+    echo 3 >/proc/sys/vm/drop_caches
 }
 
-results=$(mktemp)
-for tool in "${tools[@]}"; do ${commands[$tool]} >/dev/null 2>&1 || true; done # warm up
-for ((round = 1; round <= rounds; round++)); do
-    for tool in "${tools[@]}"; do
-        drop_caches
-        /usr/bin/time -f "$tool %e %M" -o "$results" -a ${commands[$tool]} >/dev/null 2>&1 || true
+measure() {
+    local mode=$1 results
+    results=$(mktemp)
+    if [[ $mode == cold ]] && ! (echo 3 >/proc/sys/vm/drop_caches) 2>/dev/null; then
+        echo "cannot drop caches here (not root?): no cold measurement" >&2
+        return
+    fi
+    if [[ $mode == warm ]]; then
+        for tool in "${tools[@]}"; do ${commands[$tool]} >/dev/null 2>&1 || true; done
+    fi
+    for ((round = 1; round <= rounds; round++)); do
+        for tool in "${tools[@]}"; do
+            [[ $mode == cold ]] && drop_caches
+            /usr/bin/time -f "$tool %e %M" -o "$results" -a ${commands[$tool]} >/dev/null 2>&1 || true
+        done
     done
-done
-
-python3 - "$results" "$cold" <<'PY'
+    python3 - "$results" "$mode" "$tree" "$machine" <<'PY'
 import statistics, sys
+results, mode, tree, machine = sys.argv[1:5]
 times, memory = {}, {}
-for line in open(sys.argv[1]):
+for line in open(results):
     parts = line.split()
     if len(parts) != 3 or parts[0].startswith("Command"):
         continue
     times.setdefault(parts[0], []).append(float(parts[1]))
     memory[parts[0]] = max(memory.get(parts[0], 0), int(parts[2]))
-order = ["ravelinth", "ravelinth-1", "fd", "find", "gdu", "ncdu"]
+order = ["ravelinth", "ravelinth-1", "fd", "find", "gdu", "ncdu", "bare-2", "bare-16"]
 peers_of = ["fd", "find", "gdu", "ncdu"]
 ours = statistics.median(times["ravelinth"])
-print(f"\n{'cold' if sys.argv[2] == '1' else 'warm'} cache, {len(times['ravelinth'])} rounds")
+cache = "cold cache (dropped before every run)" if mode == "cold" else "warm cache"
+print(f"\n== {cache}: {tree}, {len(times['ravelinth'])} rounds, {machine}")
 print(f"{'tool':<12} {'median s':>9} {'min s':>7} {'peak MiB':>9} {'ravelinth / tool':>17}")
 for tool in order:
     if tool not in times:
@@ -94,10 +107,18 @@ for tool in order:
     print(f"{tool:<12} {median:>9.2f} {min(times[tool]):>7.2f} {memory[tool] / 1024:>9.1f} {ours / median:>17.2f}")
 peers = {t: statistics.median(times[t]) for t in peers_of if t in times}
 fastest = min(peers, key=peers.get)
-print(f"\nravelinth / fastest peer ({fastest}): {ours / peers[fastest]:.2f}   (target: at most 0.55)")
-print("ravelinth-1 is the same scan walked on one thread")
+peer_target = 0.5 if mode == "cold" else 0.55
+bare = "bare-16" if mode == "cold" else "bare-2"
+print(f"{mode}: ravelinth / fastest peer ({fastest}): {ours / peers[fastest]:.2f}   (target: at most {peer_target})")
+print(f"{mode}: ravelinth / {bare} walk: {ours / statistics.median(times[bare]):.2f}   (target: at most 1.15)")
+print("ravelinth-1 is the same scan walked on one thread; bare-N lists and stats on N threads, nothing more")
 PY
-rm -f "$results"
+    rm -f "$results"
+}
+
+for mode in "${modes[@]}"; do
+    measure "$mode"
+done
 
 # Memory with every file kept: the peak of a scan at threshold 0, per kept file.
 zero=$(mktemp)

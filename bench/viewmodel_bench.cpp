@@ -109,8 +109,12 @@ int main(int argc, char **argv) {
                     model.displayedCount());
     };
     std::printf("\n%-46s %9s %11s %9s\n", "change", "main ms", "publish ms", "rows");
-    run({"sort by name at once (waits for collation)",
-         [&] { model.setSortOption(SortOption::nameAscending); }});
+    // The name order is worked out beside the size order when a list arrives; a sort by name
+    // asked for at once waits for whatever of it is left.
+    const Timing first =
+        waitForTable(model, [&] { model.setSortOption(SortOption::nameAscending); });
+    std::printf("%-46s %9.1f %11.1f %9d\n", "first sort by name, as the list arrives", first.callMs,
+                first.publishMs, model.displayedCount());
     run({"sort by size", [&] { model.setSortOption(SortOption::sizeDescending); }});
     settle(3000);
 
@@ -152,5 +156,8 @@ int main(int argc, char **argv) {
                 "%.0f bytes beyond the path\n",
                 perFile, perPath, perFile - perPath);
     std::printf("peak memory %ld MiB\n", peakMiB());
+    std::printf(
+        "first sort by name after a list of %d files arrives: %.1f ms (target: under 100)\n",
+        model.fileCount(), first.publishMs);
     return 0;
 }

@@ -67,32 +67,41 @@ void NameSortKeys::reserve(qsizetype count) {
 }
 
 void NameSortKeys::append(QStringView name) {
-    const size_t start = m_bytes.size();
-    if (m_collator->codeUnits) {
-        m_bytes.resize(start + size_t(name.size()) * 2);
-        std::uint8_t *out = m_bytes.data() + start;
-        for (QChar c : name) {
-            *out++ = std::uint8_t(c.unicode() >> 8);
-            *out++ = std::uint8_t(c.unicode());
-        }
-    } else {
-#if RAVELINTH_HAVE_ICU
-        // Most keys fit the buffer on the stack; a longer one is asked for again.
-        const auto source = reinterpret_cast<const UChar *>(name.utf16());
-        const auto length = int32_t(name.size());
-        std::uint8_t key[256];
-        const int32_t needed = ucol_getSortKey(m_collator->icu, source, length, key, sizeof key);
-        if (size_t(needed) <= sizeof key) {
-            m_bytes.insert(m_bytes.end(), key, key + needed);
-        } else {
-            m_bytes.resize(start + size_t(needed));
-            ucol_getSortKey(m_collator->icu, source, length, m_bytes.data() + start, needed);
-        }
-#else
+#if !RAVELINTH_HAVE_ICU
+    if (!m_collator->codeUnits) {
         m_opaqueKeys.push_back(m_collator->opaque->sortKey(name.toString()));
-#endif
+        m_ends.push_back(m_bytes.size());
+        return;
     }
+#endif
+    appendKey(name, m_bytes);
     m_ends.push_back(m_bytes.size());
+}
+
+void NameSortKeys::appendKey(QStringView name, std::vector<std::uint8_t> &out) const {
+    const size_t start = out.size();
+    if (m_collator->codeUnits) {
+        out.resize(start + size_t(name.size()) * 2);
+        std::uint8_t *bytes = out.data() + start;
+        for (QChar c : name) {
+            *bytes++ = std::uint8_t(c.unicode() >> 8);
+            *bytes++ = std::uint8_t(c.unicode());
+        }
+        return;
+    }
+#if RAVELINTH_HAVE_ICU
+    // Most keys fit the buffer on the stack; a longer one is asked for again.
+    const auto source = reinterpret_cast<const UChar *>(name.utf16());
+    const auto length = int32_t(name.size());
+    std::uint8_t key[256];
+    const int32_t needed = ucol_getSortKey(m_collator->icu, source, length, key, sizeof key);
+    if (size_t(needed) <= sizeof key) {
+        out.insert(out.end(), key, key + needed);
+    } else {
+        out.resize(start + size_t(needed));
+        ucol_getSortKey(m_collator->icu, source, length, out.data() + start, needed);
+    }
+#endif
 }
 
 void NameSortKeys::appendUtf8(QByteArrayView name) {
@@ -150,6 +159,20 @@ int NameSortKeys::compare(qsizetype a, qsizetype b) const {
     if (bytes != 0)
         return bytes;
     return lengthA < lengthB ? -1 : lengthA > lengthB ? 1 : 0;
+}
+
+int NameSortKeys::compareWith(qsizetype index, QStringView name) const {
+#if !RAVELINTH_HAVE_ICU
+    if (!m_collator->codeUnits)
+        return m_opaqueKeys[size_t(index)].compare(m_collator->opaque->sortKey(name.toString()));
+#endif
+    std::vector<std::uint8_t> key;
+    appendKey(name, key);
+    const auto [own, length] = keyAt(index);
+    const int bytes = std::memcmp(own, key.data(), std::min(length, key.size()));
+    if (bytes != 0)
+        return bytes;
+    return length < key.size() ? -1 : length > key.size() ? 1 : 0;
 }
 
 } // namespace ravelinth

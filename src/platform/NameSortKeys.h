@@ -40,9 +40,13 @@ public:
     Prefix prefix(qsizetype index) const;
     // Negative, zero or positive, as QCollator::compare would answer for the two names.
     int compare(qsizetype a, qsizetype b) const;
+    // The same between the name of key `index` and `name`, which has no key here: slower, as
+    // it makes one.
+    int compareWith(qsizetype index, QStringView name) const;
 
 private:
     std::pair<const std::uint8_t *, std::size_t> keyAt(qsizetype index) const;
+    void appendKey(QStringView name, std::vector<std::uint8_t> &out) const;
 
     struct Collator;
     std::unique_ptr<Collator> m_collator;

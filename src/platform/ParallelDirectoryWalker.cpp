@@ -1,6 +1,8 @@
 #include "platform/ParallelDirectoryWalker.h"
 
 #include "platform/FolderListing.h"
+#include "platform/WalkOrder.h"
+#include "platform/WalkerDemand.h"
 
 #include <algorithm>
 #include <atomic>
@@ -11,28 +13,14 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <mutex>
+#include <optional>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace ravelinth::platform {
 
 namespace {
-
-struct Segment;
-
-// Either a run of emitted items (child == nullptr) or the place where a subfolder, or the tail
-// of this folder handed to another worker, begins.
-struct Piece {
-    Segment *child = nullptr;
-    std::uint32_t start = 0;
-    std::uint32_t count = 0;
-};
-
-// The part of one folder's listing that one worker walked, in listing order.
-struct Segment {
-    std::uint32_t worker = 0;
-    std::vector<Piece> pieces;
-};
 
 struct Task {
     Frame frame;
@@ -56,22 +44,12 @@ struct Worker {
     std::deque<Segment> segments; // stable addresses
     std::uint32_t emitted = 0;
     std::vector<char> buffer;
+    // While the walk adapts its number of workers: on the worker's own thread.
+    WalkerStopwatch *stopwatch = nullptr;
 };
 
 bool mayBeFolder(unsigned char type) {
     return type == DT_DIR || type == DT_UNKNOWN;
-}
-
-// Adds the worker's next item to the segment's pieces, extending the last run when it can.
-void noteEmitted(Worker &worker, Segment &segment) {
-    std::vector<Piece> &pieces = segment.pieces;
-    const std::uint32_t number = worker.emitted++;
-    if (!pieces.empty() && !pieces.back().child &&
-        pieces.back().start + pieces.back().count == number) {
-        ++pieces.back().count;
-    } else {
-        pieces.push_back({nullptr, number, 1});
-    }
 }
 
 } // namespace
@@ -87,13 +65,19 @@ struct ParallelDirectoryWalker::Private {
     std::mutex mutex;
     std::condition_variable wake;
     std::vector<Task> pool;
-    int idle = 0;
+    int idle = 0; // workers let in and waiting for a task
+    int busy = 0; // workers running a task
     bool finished = false;
+    bool adaptive = false;
+    std::unique_ptr<WalkerDemand> demand;
+    std::atomic<int> letIn{1};
+    int mostLetIn = 1;
     std::atomic<int> hungry{0};
     std::atomic<bool> stopped{false};
     std::atomic<int> handOffs{0};
 
     void runTask(int worker, Task task, const Visit &visit);
+    void letMoreIn(int wanted);
     void handOff(int worker, std::vector<Frame> &stack, std::vector<BranchInfo> &branch,
                  const QByteArray &path);
     void stop() {
@@ -104,14 +88,17 @@ struct ParallelDirectoryWalker::Private {
 };
 
 ParallelDirectoryWalker::ParallelDirectoryWalker(QByteArray rootPath, WalkOptions options,
-                                                 int workerCount)
+                                                 int workerCount, bool adaptive)
     : d(std::make_unique<Private>()) {
+    d->adaptive = adaptive;
     while (rootPath.size() > 1 && rootPath.endsWith('/'))
         rootPath.chop(1);
     d->rootPath = std::move(rootPath);
     d->options = std::move(options);
     d->workerCount = std::max(1, workerCount);
     d->workers.resize(size_t(d->workerCount));
+    d->letIn = d->workerCount;
+    d->mostLetIn = d->workerCount;
 }
 
 ParallelDirectoryWalker::~ParallelDirectoryWalker() {
@@ -132,6 +119,13 @@ WalkOpenResult ParallelDirectoryWalker::open() {
     const int fd = ::open(d->rootPath.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return WalkOpenResult::failed;
+    if (d->adaptive && d->workerCount > 1) {
+        const int cores = int(std::max(1u, std::thread::hardware_concurrency()));
+        d->demand =
+            std::make_unique<WalkerDemand>(d->workerCount, cores, isOnRotatingDisk(d->rootPath));
+        d->letIn = d->demand->initial();
+        d->mostLetIn = d->letIn;
+    }
     d->root = &d->workers[0].segments.emplace_back();
     Task task;
     task.frame.fd = fd;
@@ -146,32 +140,71 @@ int ParallelDirectoryWalker::handOffs() const {
     return d->handOffs;
 }
 
+int ParallelDirectoryWalker::workersLetIn() const {
+    std::lock_guard lock(d->mutex);
+    return d->mostLetIn;
+}
+
 void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
-    d->workers[size_t(worker)].buffer.resize(256 * 1024);
+    Worker &me = d->workers[size_t(worker)];
+    std::optional<WalkerStopwatch> stopwatch;
+    if (d->demand)
+        me.stopwatch = &stopwatch.emplace(*d->demand);
     for (;;) {
         Task task;
         {
             std::unique_lock lock(d->mutex);
-            ++d->idle;
-            ++d->hungry;
-            while (d->pool.empty() && !d->finished && !d->stopped) {
-                // Everyone is waiting and nothing is left: the walk is over.
-                if (d->idle == d->workerCount) {
+            // Counted among the idle only while let in: the busy hand work only to those.
+            bool waiting = false;
+            for (;;) {
+                const bool letIn = worker < d->letIn.load(std::memory_order_relaxed);
+                if (letIn != waiting) {
+                    d->idle += letIn ? 1 : -1;
+                    d->hungry += letIn ? 1 : -1;
+                    waiting = letIn;
+                }
+                if (d->finished || d->stopped || (letIn && !d->pool.empty()))
+                    break;
+                // Nobody is walking and nothing is left: the walk is over.
+                if (d->busy == 0 && d->pool.empty()) {
                     d->finished = true;
                     d->wake.notify_all();
                     break;
                 }
                 d->wake.wait(lock);
             }
-            --d->idle;
-            --d->hungry;
-            if (d->pool.empty() || d->stopped)
-                return;
+            if (waiting) {
+                --d->idle;
+                --d->hungry;
+            }
+            if (d->finished || d->stopped || d->pool.empty())
+                break;
             task = std::move(d->pool.back());
             d->pool.pop_back();
+            ++d->busy;
         }
+        // Only workers that walk need room to list folders in.
+        if (me.buffer.empty())
+            me.buffer.resize(256 * 1024);
+        if (me.stopwatch)
+            me.stopwatch->start();
         d->runTask(worker, std::move(task), visit);
+        if (me.stopwatch)
+            d->letMoreIn(me.stopwatch->lap());
+        std::lock_guard lock(d->mutex);
+        if (--d->busy == 0 && d->pool.empty())
+            d->wake.notify_all();
     }
+    me.stopwatch = nullptr;
+}
+
+void ParallelDirectoryWalker::Private::letMoreIn(int wanted) {
+    if (wanted <= letIn.load(std::memory_order_relaxed))
+        return;
+    std::lock_guard lock(mutex);
+    letIn = wanted;
+    mostLetIn = std::max(mostLetIn, wanted);
+    wake.notify_all();
 }
 
 void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visit &visit) {
@@ -234,12 +267,14 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
         const char *name = takeNextEntry(frame, path, rootIsSlash, options, entry);
         if (!name)
             continue;
+        if (me.stopwatch)
+            letMoreIn(me.stopwatch->count());
         if (takeDeniedFolder(frame, path, entry, deniedFolder) &&
             visit(worker, deniedFolder).emitted)
-            noteEmitted(me, *branch.back().segment);
+            noteEmitted(*branch.back().segment, me.emitted++);
         const WalkVisit result = visit(worker, entry);
         if (result.emitted)
-            noteEmitted(me, *branch.back().segment);
+            noteEmitted(*branch.back().segment, me.emitted++);
         if (result.decision == WalkDecision::stop) {
             stop();
             break;
@@ -261,7 +296,7 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
                 // Goes in the order where the folder's own contents would have been.
                 entry.unreadableFolder = true;
                 if (visit(worker, entry).emitted)
-                    noteEmitted(me, *branch.back().segment);
+                    noteEmitted(*branch.back().segment, me.emitted++);
                 entry.unreadableFolder = false;
             }
             if (opening == FrameOpening::opened) {
@@ -367,31 +402,7 @@ void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &s
 }
 
 std::vector<EmittedRun> ParallelDirectoryWalker::emittedInWalkOrder() const {
-    std::vector<EmittedRun> runs;
-    if (!d->root)
-        return runs;
-    std::vector<std::pair<const Segment *, std::size_t>> pending{{d->root, 0}};
-    while (!pending.empty()) {
-        const Segment *segment = pending.back().first;
-        const std::size_t index = pending.back().second;
-        if (index == segment->pieces.size()) {
-            pending.pop_back();
-            continue;
-        }
-        ++pending.back().second;
-        const Piece &piece = segment->pieces[index];
-        if (piece.child) {
-            pending.emplace_back(piece.child, 0);
-            continue;
-        }
-        if (!runs.empty() && runs.back().worker == segment->worker &&
-            runs.back().start + runs.back().count == piece.start) {
-            runs.back().count += piece.count;
-        } else {
-            runs.push_back({segment->worker, piece.start, piece.count});
-        }
-    }
-    return runs;
+    return d->root ? runsInWalkOrder(*d->root) : std::vector<EmittedRun>();
 }
 
 } // namespace ravelinth::platform

@@ -41,7 +41,11 @@ public:
     // Called on the worker threads, concurrently; `worker` is the index given to runWorker.
     using Visit = std::function<WalkVisit(int worker, const WalkEntry &entry)>;
 
-    ParallelDirectoryWalker(QByteArray rootPath, WalkOptions options, int workerCount);
+    // With `adaptive`, `workerCount` is the most that may walk: the walk starts with fewer and
+    // lets more in while the walkers sleep on the device (WalkerDemand); the rest wait, and
+    // return when the walk ends.
+    ParallelDirectoryWalker(QByteArray rootPath, WalkOptions options, int workerCount,
+                            bool adaptive = false);
     ~ParallelDirectoryWalker();
     ParallelDirectoryWalker(const ParallelDirectoryWalker &) = delete;
     ParallelDirectoryWalker &operator=(const ParallelDirectoryWalker &) = delete;
@@ -54,6 +58,8 @@ public:
     std::vector<EmittedRun> emittedInWalkOrder() const;
     // How often a worker handed part of its folder to another one.
     int handOffs() const;
+    // How many workers were let in, at most.
+    int workersLetIn() const;
 
 private:
     struct Private;

@@ -1,11 +1,9 @@
 #include "services/FileListQuery.h"
 
 #include "models/AsciiText.h"
-#include "platform/NameSortKeys.h"
 #include "utility/ParallelHalves.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 
 namespace ravelinth {
@@ -120,59 +118,6 @@ FileListOrders computeFileListOrders(const QList<FileItem> &files) {
     }
     orders.byDate = orderBy<qint64>(files.size(), [&](int i) { return files[i].modifiedMSecs; });
     return orders;
-}
-
-void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
-    // Keys are made once per name, each half of the list on a core of its own; the halves are
-    // sorted the same way and merged. Most comparisons end on the keys' first sixteen bytes,
-    // held beside the index; the index last makes the order total, so ties keep list order.
-    struct Entry {
-        NameSortKeys::Prefix prefix;
-        int index;
-    };
-    const QLocale locale;
-    std::array<NameSortKeys, 2> parts{NameSortKeys(locale), NameSortKeys(locale)};
-    inTwoHalves(files.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
-        NameSortKeys &keys = parts[size_t(part)];
-        keys.reserve(end - begin);
-        for (qsizetype i = begin; i < end; ++i)
-            keys.appendUtf8(files[i].name());
-    });
-    NameSortKeys keys = std::move(parts[0]);
-    keys.appendAll(std::move(parts[1]));
-
-    const auto compare = [&](const Entry &a, const Entry &b) {
-        if (a.prefix != b.prefix)
-            return a.prefix < b.prefix ? -1 : 1;
-        return keys.compare(a.index, b.index);
-    };
-    const auto before = [&](const Entry &a, const Entry &b) {
-        const int order = compare(a, b);
-        return order != 0 ? order < 0 : a.index < b.index;
-    };
-    std::vector<Entry> entries(size_t(files.size()));
-    const qsizetype half =
-        inTwoHalves(files.size(), parallelFrom, [&](int, qsizetype begin, qsizetype end) {
-            for (qsizetype i = begin; i < end; ++i)
-                entries[size_t(i)] = {keys.prefix(i), int(i)};
-            std::sort(entries.begin() + begin, entries.begin() + end, before);
-        });
-    std::vector<Entry> merged(entries.size());
-    std::merge(entries.begin(), entries.begin() + half, entries.begin() + half, entries.end(),
-               merged.begin(), before);
-    entries = {};
-
-    std::vector<int> order(merged.size());
-    QList<int> ranks(files.size());
-    int rank = 0;
-    for (size_t i = 0; i < merged.size(); ++i) {
-        if (i > 0 && compare(merged[i - 1], merged[i]) != 0)
-            ++rank;
-        order[i] = merged[i].index;
-        ranks[merged[i].index] = rank;
-    }
-    orders.byName = std::move(order);
-    orders.nameRanks = std::move(ranks);
 }
 
 bool matchesSearch(const FileItem &file, const QString &searchText) {

@@ -17,17 +17,26 @@ FileListQueryService::Preparation FileListQueryService::prepare(const QList<File
     base->start();
     named->start();
     totals->start();
-    m_orderQueue.run([files, base, named, totals, sumTotals] {
+    // Sizes and dates on one thread, names on another: the list is first shown by size, and a
+    // sort by name asked for right after should not wait for the dates before its own work
+    // starts. The totals come last; they are read later than either order.
+    m_orderQueue.run([files, base] {
+        base->addResult(
+            SharedOrders(std::make_shared<FileListOrders>(computeFileListOrders(files))));
+        base->finish();
+    });
+    m_nameQueue.run([files, baseOrders = base->future(), named, totals, sumTotals]() mutable {
+        FileListOrders names;
+        if (files.size() > 1)
+            addNameOrder(names, files);
+        auto orders = std::make_shared<FileListOrders>(*baseOrders.result());
+        orders->byName = std::move(names.byName);
+        orders->nameRanks = std::move(names.nameRanks);
+        named->addResult(SharedOrders(std::move(orders)));
+        named->finish();
         if (sumTotals)
             totals->addResult(sumFileTotals(files));
         totals->finish();
-        auto orders = std::make_shared<FileListOrders>(computeFileListOrders(files));
-        base->addResult(SharedOrders(std::make_shared<FileListOrders>(*orders)));
-        base->finish();
-        if (files.size() > 1)
-            addNameOrder(*orders, files);
-        named->addResult(SharedOrders(std::move(orders)));
-        named->finish();
     });
     return preparation;
 }
@@ -44,6 +53,7 @@ QFuture<std::optional<QList<int>>> FileListQueryService::query(
 
 void FileListQueryService::waitForDone() {
     m_queryQueue.waitForDone();
+    m_nameQueue.waitForDone();
     m_orderQueue.waitForDone();
 }
 

@@ -17,9 +17,9 @@ namespace ravelinth {
 using SharedOrders = std::shared_ptr<const FileListOrders>;
 
 // The work behind the file list, off the main thread: each list's orders worked out once (sizes
-// and dates at once, then the names' collation, which is slow), and the queries that filter and
-// order the list, one at a time. A query that needs the name order waits for it there instead of
-// doing the same work again.
+// and dates on one thread, the names' collation, which is slower, on another), and the queries that
+// filter and order the list, one at a time. A query that needs the name order waits for it there
+// instead of doing the same work again.
 class FileListQueryService {
 public:
     struct Preparation {
@@ -45,6 +45,7 @@ public:
 
 private:
     SerialQueue m_orderQueue;
+    SerialQueue m_nameQueue;
     SerialQueue m_queryQueue;
 };
 

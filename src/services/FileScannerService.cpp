@@ -63,6 +63,8 @@ const QList<QByteArray> &FileScannerService::systemSkippedNames() {
 
 struct FileScannerService::Private {
     int walkThreads = 1;
+    // walkThreads is the most: the walk lets in as many as the device keeps busy.
+    bool adaptiveWalkers = false;
     std::atomic<bool> yieldsToInterface{false};
     QThreadPool pool;
     // Set by cancel() from any thread; the walk looks at it after each progress report and
@@ -74,21 +76,30 @@ struct FileScannerService::Private {
     std::atomic<qint64> bytesScanned{0};
 };
 
-int FileScannerService::defaultWalkThreads() {
-    // For measuring: RAVELINTH_SCAN_THREADS=1 walks on one thread, as it used to.
+namespace {
+
+// RAVELINTH_SCAN_THREADS=N, for measuring, walks on exactly N threads (1: on the scan's own).
+int chosenWalkThreads() {
     bool ok = false;
     const int chosen = qEnvironmentVariableIntValue("RAVELINTH_SCAN_THREADS", &ok);
-    if (ok && chosen > 0)
-        return std::min(chosen, 64);
-    // The time goes to system calls, so two walkers nearly halve a scan even on two cores. Twice
-    // as many walkers as cores cost nothing when the tree is in memory and help a lot when it is
-    // not, as each then waits on disk reads of its own; past eight they only contend for the
-    // same folders' locks.
-    return std::clamp(2 * QThread::idealThreadCount(), 4, 8);
+    return ok && chosen > 0 ? std::min(chosen, 64) : 0;
+}
+
+} // namespace
+
+int FileScannerService::defaultWalkThreads() {
+    if (const int chosen = chosenWalkThreads())
+        return chosen;
+    // The most walkers a scan may use. It starts with two per core, which keep the cores busy
+    // while the tree is in memory, and lets more in only while they sleep on the device: a cold
+    // tree on a solid-state disk is read fastest with many requests in flight at once.
+    return 32;
 }
 
 FileScannerService::FileScannerService(QObject *parent)
-    : FileScannerService(defaultWalkThreads(), parent) {}
+    : FileScannerService(defaultWalkThreads(), parent) {
+    d->adaptiveWalkers = chosenWalkThreads() == 0;
+}
 
 FileScannerService::FileScannerService(int walkThreads, QObject *parent)
     : QObject(parent), d(std::make_unique<Private>()) {
@@ -246,7 +257,8 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 });
                 runs.push_back({0, 0, std::uint32_t(keptAt[0].size())});
             } else {
-                platform::ParallelDirectoryWalker walker(*absolute, options, workers);
+                platform::ParallelDirectoryWalker walker(*absolute, options, workers,
+                                                         state->adaptiveWalkers);
                 if (auto failure = opened(walker.open()))
                     return *failure;
                 const platform::ParallelDirectoryWalker::Visit visit =

@@ -137,6 +137,8 @@ signals:
     void countChanged();
     void totalsChanged();
     void selectionChanged();
+    // The rows now show the same files in another order (no reset): what a row was is gone.
+    void rowsReordered();
     // A query's rows were published.
     void rowsPublished();
 

@@ -66,6 +66,10 @@ Item {
             root.currentRow = -1
             root.anchorRow = -1
         }
+        function onRowsReordered() {
+            root.currentRow = -1
+            root.anchorRow = -1
+        }
     }
 
     // --- selection by mouse and keys ---

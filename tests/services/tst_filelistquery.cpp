@@ -99,6 +99,36 @@ private slots:
         QLocale::setDefault(QLocale::system());
     }
 
+    // Mostly plain ASCII names, ordered by the ASCII table, with a few others among them that
+    // are put in place one by one; ties must still come in list order.
+    void aFewOtherNamesAmongManyAsciiOnes() {
+        std::mt19937 random(7);
+        const char *others[] = {"\xc3\xa9t\xc3\xa9", "\xc3\x84rger",  "\xff\xfe",
+                                "na\xc3\xafve",      "a\xe2\x80\x8b", "Z\xcc\x81"};
+        const char alphabet[] = "aAbBzZ09 ._-~";
+        QList<FileItem> files;
+        for (int i = 0; i < 6000; ++i) {
+            QByteArray name;
+            if (i % 500 == 0) {
+                name = others[random() % std::size(others)];
+            } else {
+                for (int length = 1 + int(random() % 4); length > 0; --length)
+                    name += alphabet[random() % (sizeof alphabet - 1)];
+            }
+            files.append(FileItem::make("/t/" + name, qint64(6000 - i), 0, ScanCategory::other));
+        }
+        for (const char *locale : {"en_US", "C", "sv_SE"}) {
+            QLocale::setDefault(QLocale(QString::fromLatin1(locale)));
+            FileListOrders orders = computeFileListOrders(files);
+            addNameOrder(orders, files);
+            for (SortOption option : {SortOption::nameAscending, SortOption::nameDescending}) {
+                const FileListQuery query{std::nullopt, QString(), option};
+                QCOMPARE(queryFileList(files, query, orders), reference(files, query));
+            }
+        }
+        QLocale::setDefault(QLocale::system());
+    }
+
     void aListNotLargestFirstIsSortedAnyway() {
         QList<FileItem> files = makeFiles(5, 500);
         std::reverse(files.begin(), files.end());

@@ -60,6 +60,35 @@ private slots:
         QCOMPARE(model.count(), 0);
     }
 
+    // A new order of the same rows is published without a reset: the table keeps its cells,
+    // and every row reads its new file.
+    void aNewOrderOfTheSameRowsKeepsTheTable() {
+        FileListModel model;
+        QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setFiles(sampleFiles());
+        QVERIFY(waitForRows(model, 4));
+        QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+        QSignalSpy reordered(&model, &FileListModel::rowsReordered);
+        QSignalSpy published(&model, &FileListModel::rowsPublished);
+        model.setSortOption(SortOption::nameAscending);
+        QVERIFY(!published.isEmpty() || published.wait(10000));
+        QCOMPARE(resets.count(), 0);
+        QCOMPARE(reordered.count(), 1);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes[0][0].value<QModelIndex>(), model.index(0, 0));
+        QCOMPARE(changes[0][1].value<QModelIndex>(), model.index(3, 5));
+        QCOMPARE(shownNames(model), (QStringList{u"Archive.zip"_qs, u"movie.mkv"_qs,
+                                                 u"notes.pdf"_qs, u"setup.iso"_qs}));
+        QCOMPARE(model.index(0, 0).data(FileListModel::CategoryRole).toInt(),
+                 int(ScanCategory::archive));
+        // Fewer rows, as after a filter: a reset.
+        model.setCategoryFilter(ScanCategory::video);
+        QVERIFY(waitForRows(model, 1));
+        QCOMPARE(resets.count(), 1);
+    }
+
     void fileListFollowsSortFilterAndSearch() {
         FileListModel model;
         QAbstractItemModelTester tester(&model,

@@ -1,0 +1,205 @@
+#include "platform/AsciiCollation.h"
+#include "platform/NameSortKeys.h"
+#include "services/FileListQuery.h"
+#include "utility/ParallelHalves.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace ravelinth {
+
+namespace {
+
+// A pass over fewer files than this is quicker than starting a thread for half of it.
+constexpr qsizetype parallelFrom = 100000;
+// Longer names (there are none on Linux) take the collation library's keys.
+constexpr qsizetype tableNamesUpTo = 256;
+
+// One name's place in the sort. A printable-ASCII name is ordered by the ASCII table straight
+// from its bytes; any other has a key made by the collation library. The prefix is the first
+// sixteen bytes of either, which settles most comparisons without reading the name or the key,
+// but it orders only names of one kind.
+struct NameEntry {
+    std::uint64_t high = 0;
+    std::uint64_t low = 0;
+    int index = 0;
+    int key = -1; // its number in the library's keys; -1 for a name the table orders
+};
+
+class NameComparison {
+public:
+    NameComparison(const QList<FileItem> &files, const AsciiCollation *table,
+                   const NameSortKeys &keys)
+        : m_files(files), m_table(table), m_keys(keys) {}
+
+    int operator()(const NameEntry &a, const NameEntry &b) const {
+        const bool tableA = a.key < 0;
+        const bool tableB = b.key < 0;
+        if (tableA == tableB && (a.high != b.high || a.low != b.low))
+            return a.high != b.high ? (a.high < b.high ? -1 : 1) : (a.low < b.low ? -1 : 1);
+        if (tableA && tableB)
+            return m_table->compare(m_files[a.index].name(), m_files[b.index].name());
+        if (!tableA && !tableB)
+            return m_keys.compare(a.key, b.key);
+        // A mixed pair, rare: the ASCII name is given a library key for the occasion.
+        return tableA ? -m_keys.compareWith(b.key, widened(a.index).view())
+                      : m_keys.compareWith(a.key, widened(b.index).view());
+    }
+
+private:
+    struct Wide {
+        char16_t text[tableNamesUpTo];
+        qsizetype size = 0;
+        QStringView view() const { return QStringView(text, size); }
+    };
+    Wide widened(int index) const {
+        const QByteArrayView name = m_files[index].name();
+        Wide wide;
+        wide.size = name.size();
+        for (qsizetype i = 0; i < name.size(); ++i)
+            wide.text[i] = char16_t(name[i]);
+        return wide;
+    }
+
+    const QList<FileItem> &m_files;
+    const AsciiCollation *m_table;
+    const NameSortKeys &m_keys;
+};
+
+// Entries go first into buckets by the top two bytes of their prefix, then each bucket is sorted
+// on its own: a million names become thousands of short sorts, which costs a fraction of one
+// long sort. `entries` must hold names of one kind, for which the prefix orders.
+template <typename Before> void sortByBuckets(std::vector<NameEntry> &entries, Before before) {
+    constexpr size_t buckets = 1 << 16;
+    constexpr size_t worthIt = 4096;
+    if (entries.size() < worthIt) {
+        std::sort(entries.begin(), entries.end(), before);
+        return;
+    }
+    const auto bucketOf = [](const NameEntry &entry) { return size_t(entry.high >> 48); };
+    std::vector<std::uint32_t> starts(buckets + 1, 0);
+    for (const NameEntry &entry : entries)
+        ++starts[bucketOf(entry) + 1];
+    for (size_t b = 0; b < buckets; ++b)
+        starts[b + 1] += starts[b];
+    std::vector<NameEntry> sorted(entries.size());
+    std::vector<std::uint32_t> next(starts.begin(), starts.end() - 1);
+    for (const NameEntry &entry : entries)
+        sorted[next[bucketOf(entry)]++] = entry;
+    for (size_t b = 0; b < buckets; ++b) {
+        if (starts[b + 1] - starts[b] > 1)
+            std::sort(sorted.begin() + starts[b], sorted.begin() + starts[b + 1], before);
+    }
+    entries = std::move(sorted);
+}
+
+// Both halves sorted, each on a core of its own, then merged.
+template <typename Before>
+std::vector<NameEntry> sortHalves(std::array<std::vector<NameEntry>, 2> &halves, Before before) {
+    inTwoHalves(
+        qsizetype(halves[0].size() + halves[1].size()), parallelFrom,
+        [&](int part, qsizetype, qsizetype) { sortByBuckets(halves[size_t(part)], before); });
+    std::vector<NameEntry> merged(halves[0].size() + halves[1].size());
+    std::merge(halves[0].begin(), halves[0].end(), halves[1].begin(), halves[1].end(),
+               merged.begin(), before);
+    halves = {};
+    return merged;
+}
+
+// Puts the few `others` into the sorted `sorted` by binary search: each comparison between the
+// two kinds costs a library key, so this is for a handful, not for half the list.
+template <typename Before>
+std::vector<NameEntry> insertSorted(std::vector<NameEntry> sorted,
+                                    const std::vector<NameEntry> &others, Before before) {
+    if (others.empty())
+        return sorted;
+    std::vector<NameEntry> all;
+    all.reserve(sorted.size() + others.size());
+    auto from = sorted.cbegin();
+    for (const NameEntry &other : others) {
+        const auto at = std::lower_bound(from, sorted.cend(), other, before);
+        all.insert(all.end(), from, at);
+        all.push_back(other);
+        from = at;
+    }
+    all.insert(all.end(), from, sorted.cend());
+    return all;
+}
+
+} // namespace
+
+void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
+    const QLocale locale;
+    std::shared_ptr<const AsciiCollation> table = AsciiCollation::forLocale(locale);
+    std::array<std::vector<NameEntry>, 2> tableNames;
+    std::array<std::vector<NameEntry>, 2> libraryNames;
+    std::array<NameSortKeys, 2> parts{NameSortKeys(locale), NameSortKeys(locale)};
+    const auto collect = [&] {
+        inTwoHalves(files.size(), parallelFrom, [&](int part, qsizetype begin, qsizetype end) {
+            std::vector<NameEntry> &tabled = tableNames[size_t(part)];
+            std::vector<NameEntry> &keyed = libraryNames[size_t(part)];
+            NameSortKeys &keys = parts[size_t(part)];
+            tabled.reserve(size_t(end - begin));
+            for (qsizetype i = begin; i < end; ++i) {
+                // The paths lie all over the heap, and reading them is most of the time taken
+                // here: the next few are asked for early.
+                if (i + 8 < end)
+                    __builtin_prefetch(files[i + 8].path.constData());
+                const QByteArrayView name = files[i].name();
+                if (table && name.size() <= tableNamesUpTo && AsciiCollation::isPrintable(name)) {
+                    const auto [high, low] = table->prefix(name);
+                    tabled.push_back({high, low, int(i), -1});
+                } else {
+                    keyed.push_back({0, 0, int(i), int(keys.size())});
+                    keys.appendUtf8(name);
+                }
+            }
+        });
+    };
+    collect();
+    const size_t others = libraryNames[0].size() + libraryNames[1].size();
+    // Past a few, the others' binary searches cost more than keys for every name.
+    constexpr size_t fewOthers = 32;
+    if (table && others > 0 && others * fewOthers > size_t(files.size())) {
+        table = nullptr;
+        tableNames = {};
+        libraryNames = {};
+        parts = {NameSortKeys(locale), NameSortKeys(locale)};
+        collect();
+    }
+    const int firstPartKeys = int(parts[0].size());
+    NameSortKeys keys = std::move(parts[0]);
+    keys.appendAll(std::move(parts[1]));
+    for (size_t part = 0; part < 2; ++part) {
+        for (NameEntry &entry : libraryNames[part]) {
+            entry.key += part == 0 ? 0 : firstPartKeys;
+            const NameSortKeys::Prefix prefix = keys.prefix(entry.key);
+            entry.high = prefix.high;
+            entry.low = prefix.low;
+        }
+    }
+
+    // The index last makes the order total, so ties keep list order.
+    const NameComparison compare(files, table.get(), keys);
+    const auto before = [&](const NameEntry &a, const NameEntry &b) {
+        const int order = compare(a, b);
+        return order != 0 ? order < 0 : a.index < b.index;
+    };
+    const std::vector<NameEntry> sorted =
+        insertSorted(sortHalves(tableNames, before), sortHalves(libraryNames, before), before);
+
+    std::vector<int> order(sorted.size());
+    QList<int> ranks(files.size());
+    int rank = 0;
+    for (size_t i = 0; i < sorted.size(); ++i) {
+        if (i > 0 && compare(sorted[i - 1], sorted[i]) != 0)
+            ++rank;
+        order[i] = sorted[i].index;
+        ranks[sorted[i].index] = rank;
+    }
+    orders.byName = std::move(order);
+    orders.nameRanks = std::move(ranks);
+}
+
+} // namespace ravelinth

@@ -1,11 +1,12 @@
 #include "models/ScanExclusions.h"
 
+#include "models/PathText.h"
+
 namespace ravelinth {
 
 void ScanExclusions::add(QByteArray word) {
     const bool isFolder = word.startsWith('/');
-    while (word.size() > 1 && word.endsWith('/'))
-        word.chop(1);
+    word = withoutTrailingSlashes(std::move(word));
     // "./build/*.o" is written from the scan root, which is where every path pattern starts.
     while (word.startsWith("./"))
         word.remove(0, 2);
@@ -18,9 +19,7 @@ void ScanExclusions::add(QByteArray word) {
 }
 
 ExclusionPatterns::ExclusionPatterns(const QList<QByteArray> &patterns, QByteArray root)
-    : m_root(std::move(root)) {
-    while (m_root.size() > 1 && m_root.endsWith('/'))
-        m_root.chop(1);
+    : m_root(withoutTrailingSlashes(std::move(root))) {
     for (const QByteArray &pattern : patterns) {
         GlobPattern glob(pattern);
         (glob.isPathPattern() ? m_paths : m_names).push_back(std::move(glob));
@@ -47,8 +46,7 @@ bool ExclusionPatterns::excludes(QByteArrayView path, QByteArrayView name) const
 }
 
 bool ExclusionPatterns::excludesOnTheWay(QByteArrayView path) const {
-    if (isEmpty() || !path.startsWith(m_root) ||
-        (m_root != "/" && path.size() > m_root.size() && path[m_root.size()] != '/'))
+    if (isEmpty() || !isSameOrBelow(path, m_root))
         return false;
     qsizetype start = m_root == "/" ? 1 : m_root.size() + 1;
     while (start < path.size()) {

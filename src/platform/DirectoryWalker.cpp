@@ -1,5 +1,6 @@
 #include "platform/DirectoryWalker.h"
 
+#include "models/PathText.h"
 #include "platform/FolderListing.h"
 
 #include <QList>
@@ -30,9 +31,7 @@ struct DirectoryWalker::Private {
 DirectoryWalker::DirectoryWalker(QByteArray rootPath, WalkOptions options)
     : d(std::make_unique<Private>()) {
     // "/a/b/" walks as "/a/b", so that entries read "/a/b/c"; "/" stays "/".
-    while (rootPath.size() > 1 && rootPath.endsWith('/'))
-        rootPath.chop(1);
-    d->rootPath = std::move(rootPath);
+    d->rootPath = withoutTrailingSlashes(std::move(rootPath));
     d->options = std::move(options);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/EntryResolution.h"
 
+#include "models/PathText.h"
 #include "platform/WorkingFolder.h"
 
 #include <QFile>
@@ -164,9 +165,7 @@ EntryResolution resolveEntry(const QByteArray &path) {
         return refused(u"The path is empty"_qs);
     if (path.contains('\0'))
         return refused(systemError(EINVAL));
-    QByteArray trimmed = path;
-    while (trimmed.size() > 1 && trimmed.endsWith('/'))
-        trimmed.chop(1);
+    const QByteArray trimmed = withoutTrailingSlashes(path);
     const bool trailingSlash = trimmed.size() < path.size();
 
     ResolvedEntry entry;

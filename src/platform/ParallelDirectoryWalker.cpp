@@ -1,5 +1,6 @@
 #include "platform/ParallelDirectoryWalker.h"
 
+#include "models/PathText.h"
 #include "platform/FolderListing.h"
 #include "platform/WalkOrder.h"
 #include "platform/WalkerDemand.h"
@@ -91,9 +92,7 @@ ParallelDirectoryWalker::ParallelDirectoryWalker(QByteArray rootPath, WalkOption
                                                  int workerCount, bool adaptive)
     : d(std::make_unique<Private>()) {
     d->adaptive = adaptive;
-    while (rootPath.size() > 1 && rootPath.endsWith('/'))
-        rootPath.chop(1);
-    d->rootPath = std::move(rootPath);
+    d->rootPath = withoutTrailingSlashes(std::move(rootPath));
     d->options = std::move(options);
     d->workerCount = std::max(1, workerCount);
     d->workers.resize(size_t(d->workerCount));

@@ -1,5 +1,7 @@
 #include "services/MountBoundary.h"
 
+#include "models/PathText.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -10,14 +12,6 @@
 namespace ravelinth {
 
 namespace {
-
-// True when `inner` is `outer` or lies below it; both are absolute paths without a trailing
-// slash, but "/".
-bool isWithin(QByteArrayView inner, QByteArrayView outer) {
-    if (outer == "/")
-        return true;
-    return inner.startsWith(outer) && (inner.size() == outer.size() || inner[outer.size()] == '/');
-}
 
 QByteArray canonicalPath(const QByteArray &path) {
     const std::unique_ptr<char, decltype(&std::free)> resolved(
@@ -43,7 +37,7 @@ MountBoundary::MountBoundary(std::vector<platform::MountEntry> table, const QByt
     if (canonical.isEmpty())
         return;
     noteUnopenable(root, canonical);
-    if (!mount || !isWithin(canonical, mount->mountPoint))
+    if (!mount || !isSameOrBelow(canonical, mount->mountPoint))
         return;
     // The root's folder within its file system: the mount's own root, then the way from the
     // mount point down to the scan root.
@@ -58,14 +52,12 @@ MountBoundary::MountBoundary(std::vector<platform::MountEntry> table, const QByt
 
 void MountBoundary::noteUnopenable(const QByteArray &root, const QByteArray &canonical) {
     // The walk spells paths from the root as given, which may differ from the table's by a link.
-    QByteArray walkRoot = root;
-    while (walkRoot.size() > 1 && walkRoot.endsWith('/'))
-        walkRoot.chop(1);
+    const QByteArray walkRoot = withoutTrailingSlashes(root);
     for (const platform::MountEntry &mount : m_table) {
-        if (mount.mountPoint == canonical || !isWithin(mount.mountPoint, canonical))
+        if (mount.mountPoint == canonical || !isSameOrBelow(mount.mountPoint, canonical))
             continue;
         const std::optional<SkippedMount::Reason> reason = refusal(mount, mount.device);
-        if (!reason || *reason == SkippedMount::Reason::alreadyScanned)
+        if (!reason)
             continue;
         const QByteArrayView below =
             QByteArrayView(mount.mountPoint).sliced(canonical == "/" ? 0 : canonical.size());
@@ -113,8 +105,8 @@ const platform::MountEntry *MountBoundary::entryOf(std::uint64_t mountId) const 
 
 bool MountBoundary::overlapsWalked(const WalkedArea &area) const {
     return std::any_of(m_walked.begin(), m_walked.end(), [&area](const WalkedArea &walked) {
-        return walked.device == area.device &&
-               (isWithin(area.folder, walked.folder) || isWithin(walked.folder, area.folder));
+        return walked.device == area.device && (isSameOrBelow(area.folder, walked.folder) ||
+                                                isSameOrBelow(walked.folder, area.folder));
     });
 }
 

@@ -1,5 +1,6 @@
 #include "viewmodels/ScanController.h"
 
+#include "models/PathText.h"
 #include "services/FileScannerService.h"
 #include "services/FinderService.h"
 #include "utility/WhenFinished.h"
@@ -145,9 +146,7 @@ void ScanController::stop() {
 bool ScanController::resultWouldKeep(const QByteArray &path, qint64 size) const {
     if (!m_resultScope || size < m_resultScope->minFileSizeBytes)
         return false;
-    QByteArray root = m_resultScope->root;
-    while (root.size() > 1 && root.endsWith('/'))
-        root.chop(1);
+    const QByteArray root = withoutTrailingSlashes(m_resultScope->root);
     const QByteArray prefix = root == "/" ? root : root + '/';
     if (!path.startsWith(prefix))
         return false;

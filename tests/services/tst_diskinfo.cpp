@@ -218,8 +218,10 @@ private slots:
         QCOMPARE(disk.exitCode(), 0);
         QVERIFY(disk.readAllStandardOutput().startsWith("Name:        Root\n"));
         QCOMPARE(pids.size(), 2);
+        // A SIGKILL is sent when kill() returns, not yet acted on: on a loaded machine the
+        // grandchild may not have been scheduled to die by the time the command has exited.
         for (const QByteArray &pid : pids)
-            QVERIFY2(!isRunning(pid), pid.constData());
+            QTRY_VERIFY2_WITH_TIMEOUT(!isRunning(pid), pid.constData(), 5000);
     }
 };
 

@@ -58,6 +58,12 @@ bool readListing(int fd, std::vector<char> &buffer, Listing &listing) {
             return false;
         if (read == 0)
             return true;
+        // Room for every record at once, rather than growing one entry at a time: a record takes
+        // at least 24 bytes, and no name is longer than its record.
+        const std::size_t most = listing.size() + std::size_t(read) / 24;
+        listing.offsets.reserve(most);
+        listing.types.reserve(most);
+        listing.names.reserve(listing.names.size() + std::size_t(read));
         for (long offset = 0; offset < read;) {
             const auto *entry = reinterpret_cast<const LinuxDirent64 *>(buffer.data() + offset);
             offset += entry->d_reclen;
@@ -238,12 +244,15 @@ const char *takeNextEntry(Frame &frame, QByteArray &path, bool rootIsSlash,
     const char *name = frame.listing.name(index);
     if (options.skipHiddenEntries && isHiddenName(name))
         return nullptr;
-    const qsizetype nameLength = qsizetype(std::strlen(name));
+    const qsizetype nameLength = qsizetype(frame.listing.nameLength(index));
 
-    path.truncate(frame.pathLength);
-    if (!(rootIsSlash && frame.pathLength == 1))
-        path.append('/');
-    path.append(name, nameLength);
+    // By hand: QByteArray::append goes the long way round, through insert, for every entry.
+    const qsizetype start = frame.pathLength + (rootIsSlash && frame.pathLength == 1 ? 0 : 1);
+    path.resize(start + nameLength);
+    char *text = path.data();
+    if (start > frame.pathLength)
+        text[frame.pathLength] = '/';
+    std::memcpy(text + start, name, std::size_t(nameLength));
     entry.path = QByteArrayView(path);
     entry.name = QByteArrayView(name, nameLength);
 

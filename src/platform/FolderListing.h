@@ -24,7 +24,17 @@ struct Listing {
     std::vector<unsigned char> types;
 
     std::size_t size() const { return offsets.size(); }
+    void clear() {
+        names.clear();
+        offsets.clear();
+        types.clear();
+    }
     const char *name(std::size_t index) const { return names.data() + offsets[index]; }
+    // The names lie one after another, each with its NUL: no need to look for the end.
+    std::size_t nameLength(std::size_t index) const {
+        const std::size_t end = index + 1 < offsets.size() ? offsets[index + 1] : names.size();
+        return end - offsets[index] - 1;
+    }
 };
 
 // Reads every entry of the open folder `fd` but "." and "..", in the order the file system

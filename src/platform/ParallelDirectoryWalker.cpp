@@ -28,6 +28,9 @@ struct Task {
     QByteArray path;
     bool listed = false; // the root is listed by the worker that takes it
     Segment *segment = nullptr;
+    // A part of a folder ends where the next part, handed to another worker, begins.
+    std::size_t end = SIZE_MAX;
+    Segment *rest = nullptr;
 };
 
 // What a worker knows of each folder on its branch besides the frame itself.
@@ -45,9 +48,21 @@ struct Worker {
     std::deque<Segment> segments; // stable addresses
     std::uint32_t emitted = 0;
     std::vector<char> buffer;
+    // Listings of folders left, kept for the next folders: a walk meets tens of thousands of
+    // folders, and each would otherwise allocate its listing anew.
+    std::vector<Listing> spareListings;
     // While the walk adapts its number of workers: on the worker's own thread.
     WalkerStopwatch *stopwatch = nullptr;
 };
+
+void recycleListing(Worker &worker, Listing &listing) {
+    // A listing that grew large for one huge folder is let go rather than held for the walk.
+    constexpr std::size_t largestKept = 64 * 1024;
+    if (worker.spareListings.size() >= descriptorBudget || listing.names.capacity() > largestKept)
+        return;
+    listing.clear();
+    worker.spareListings.push_back(std::move(listing));
+}
 
 bool mayBeFolder(unsigned char type) {
     return type == DT_DIR || type == DT_UNKNOWN;
@@ -74,6 +89,8 @@ struct ParallelDirectoryWalker::Private {
     std::atomic<int> letIn{1};
     int mostLetIn = 1;
     std::atomic<int> hungry{0};
+    // pool.size(), for a look without the lock: a worker already has a task waiting for it.
+    std::atomic<int> pooled{0};
     std::atomic<bool> stopped{false};
     std::atomic<int> handOffs{0};
 
@@ -84,6 +101,12 @@ struct ParallelDirectoryWalker::Private {
     void stop() {
         std::lock_guard lock(mutex);
         stopped = true;
+        // Parts nobody will walk still lead to the parts after them, which may have been walked.
+        for (Task &task : pool) {
+            if (task.rest)
+                task.segment->pieces.push_back({task.rest, 0, 0});
+            task.rest = nullptr;
+        }
         wake.notify_all();
     }
 };
@@ -132,6 +155,7 @@ WalkOpenResult ParallelDirectoryWalker::open() {
     task.path = QByteArray(d->rootPath.constData(), d->rootPath.size());
     task.segment = d->root;
     d->pool.push_back(std::move(task));
+    d->pooled = 1;
     return WalkOpenResult::ok;
 }
 
@@ -180,6 +204,7 @@ void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
                 break;
             task = std::move(d->pool.back());
             d->pool.pop_back();
+            --d->pooled;
             ++d->busy;
         }
         // Only workers that walk need room to list folders in.
@@ -223,6 +248,8 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
         stack.push_back(std::move(frame));
     }
     branch.push_back({task.segment, false});
+    branch.back().end = task.end;
+    branch.back().rest = task.rest;
 
     auto pop = [&] {
         const BranchInfo &top = branch.back();
@@ -236,6 +263,7 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
                 me.segments.pop_back();
             }
         }
+        recycleListing(me, stack.back().listing);
         popFrame(stack);
         branch.pop_back();
     };
@@ -245,7 +273,7 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
     while (!stack.empty()) {
         if (stopped.load(std::memory_order_relaxed))
             break;
-        if (hungry.load(std::memory_order_relaxed) > 0)
+        if (hungry.load(std::memory_order_relaxed) > pooled.load(std::memory_order_relaxed))
             handOff(worker, stack, branch, path);
         if (stack.back().next >= std::min(stack.back().listing.size(), branch.back().end)) {
             pop();
@@ -288,6 +316,10 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
             bool unreadable = false;
             const int fd = openSubfolder(frame.fd, name, unreadable);
             Frame child;
+            if (!me.spareListings.empty()) {
+                child.listing = std::move(me.spareListings.back());
+                me.spareListings.pop_back();
+            }
             const FrameOpening opening =
                 fd >= 0 ? openFrame(fd, path.size(), me.buffer, child, &frame, &options, path)
                         : FrameOpening::passedOver;
@@ -298,7 +330,9 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
                     noteEmitted(*branch.back().segment, me.emitted++);
                 entry.unreadableFolder = false;
             }
-            if (opening == FrameOpening::opened) {
+            if (opening != FrameOpening::opened) {
+                recycleListing(me, child.listing);
+            } else {
                 Segment &segment = me.segments.emplace_back();
                 segment.worker = std::uint32_t(worker);
                 branch.back().segment->pieces.push_back({&segment, 0, 0});
@@ -335,11 +369,35 @@ std::ptrdiff_t firstFolderIn(const Listing &listing, std::size_t from, std::size
     return -1;
 }
 
+// Where the parts begin when the entries from `from` to `end` are shared among up to `wanted`
+// workers: the first at `from`, each other at a subfolder, the subfolders spread evenly. A large
+// listing is copied into every part, so it is cut into fewer.
+std::vector<std::size_t> partStarts(const Listing &listing, std::size_t from, std::size_t end,
+                                    int wanted) {
+    constexpr std::size_t copiedAtMost = 1 << 20;
+    const std::size_t bytes = listing.names.size() + listing.size() * 5;
+    const std::size_t affordable =
+        std::max<std::size_t>(1, copiedAtMost / std::max<std::size_t>(1, bytes));
+    std::vector<std::size_t> folders;
+    for (std::size_t i = from + 1; i < end; ++i) {
+        if (mayBeFolder(listing.types[i]))
+            folders.push_back(i);
+    }
+    const std::size_t parts =
+        std::min({std::size_t(std::max(1, wanted)), folders.size() + 1, affordable});
+    std::vector<std::size_t> starts{from};
+    for (std::size_t part = 1; part < parts; ++part)
+        starts.push_back(folders[part * folders.size() / parts]);
+    return starts;
+}
+
 } // namespace
 
-// Gives the rest of the shallowest folder that still holds subfolders to a waiting worker: the
-// shallowest, because its rest is likely the largest piece of work left. The folder being listed
-// right now keeps its next subfolder, so two workers do not pass one folder back and forth.
+// Gives the rest of the shallowest folder that still holds subfolders to the waiting workers, in
+// as many parts as there are workers waiting: the shallowest, because its rest is likely the
+// largest piece of work left, and all of them at once, because on a cold disk this worker may
+// not be back from its next read for a while. The folder being listed right now keeps its next
+// subfolder, so two workers do not pass one folder back and forth.
 void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &stack,
                                                std::vector<BranchInfo> &branch,
                                                const QByteArray &path) {
@@ -363,39 +421,60 @@ void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &s
         }
         if (split >= info.end || std::ptrdiff_t(split) > info.lastFolder)
             continue;
+        const std::vector<std::size_t> starts = partStarts(
+            frame.listing, split, std::min(info.end, frame.listing.size()),
+            hungry.load(std::memory_order_relaxed) - pooled.load(std::memory_order_relaxed));
 
         std::lock_guard lock(mutex);
-        if (stopped || idle <= int(pool.size()))
+        const std::size_t parts =
+            std::min(starts.size(), std::size_t(std::max(0, idle - int(pool.size()))));
+        if (stopped || parts == 0)
             return;
-        const int fd = ::fcntl(frame.fd, F_DUPFD_CLOEXEC, 0);
-        if (fd < 0)
-            return;
-        Segment &rest = workers[size_t(worker)].segments.emplace_back();
-        Task task;
-        task.frame.fd = fd;
-        task.frame.device = frame.device;
-        task.frame.inode = frame.inode;
-        task.frame.mountId = frame.mountId;
-        task.frame.deniedReported = frame.deniedReported;
-        task.frame.pathLength = frame.pathLength;
-        // A folder deeper down the branch no longer needs its names; the one being listed does.
-        if (isTop) {
-            task.frame.listing = frame.listing;
-        } else {
-            task.frame.listing = std::move(frame.listing);
-            frame.listing = Listing();
+        std::vector<int> fds;
+        for (std::size_t part = 0; part < parts; ++part) {
+            const int fd = ::fcntl(frame.fd, F_DUPFD_CLOEXEC, 0);
+            if (fd < 0)
+                break;
+            fds.push_back(fd);
         }
-        task.frame.next = split;
-        // A copy of its own: `left` may share the buffer this worker goes on writing.
-        task.path = QByteArray(path.constData(), frame.pathLength);
-        task.listed = true;
-        task.segment = &rest;
+        if (fds.empty())
+            return;
+        std::vector<Segment *> segments;
+        for (std::size_t part = 0; part < fds.size(); ++part)
+            segments.push_back(&workers[size_t(worker)].segments.emplace_back());
+        for (std::size_t part = 0; part < fds.size(); ++part) {
+            const bool last = part + 1 == fds.size();
+            Task task;
+            task.frame.fd = fds[part];
+            task.frame.device = frame.device;
+            task.frame.inode = frame.inode;
+            task.frame.mountId = frame.mountId;
+            task.frame.deniedReported = frame.deniedReported;
+            task.frame.pathLength = frame.pathLength;
+            // A folder deeper down the branch no longer needs its names; the one being listed
+            // does, and so does every part but the last.
+            if (isTop || !last) {
+                task.frame.listing = frame.listing;
+            } else {
+                task.frame.listing = std::move(frame.listing);
+                frame.listing = Listing();
+            }
+            task.frame.next = starts[part];
+            // A copy of its own: `left` may share the buffer this worker goes on writing.
+            task.path = QByteArray(path.constData(), frame.pathLength);
+            task.listed = true;
+            task.segment = segments[part];
+            // Each part leads to the next; the last to wherever this folder's part led.
+            task.end = last ? info.end : starts[part + 1];
+            task.rest = last ? info.rest : segments[part + 1];
+            pool.push_back(std::move(task));
+            ++pooled;
+            ++handOffs;
+        }
         info.end = split;
-        info.rest = &rest;
+        info.rest = segments.front();
         info.lastFolder = -1;
-        pool.push_back(std::move(task));
-        ++handOffs;
-        wake.notify_one();
+        wake.notify_all();
         return;
     }
 }

@@ -134,8 +134,15 @@ ScanCategory categoryOf(QByteArrayView path, QByteArrayView name) {
                                                   : ScanCategory::from(fileExtensionOf(name));
 }
 
+// What one walker keeps to itself until the walk ends.
+struct WalkerShare {
+    std::vector<std::uint32_t> keptAt; // where each item it kept went in the counter's list
+    PendingFiles pending;
+};
+
 platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &counter,
-                               qint64 minFileSizeBytes, std::vector<std::uint32_t> &keptAt) {
+                               qint64 minFileSizeBytes, WalkerShare &share) {
+    std::vector<std::uint32_t> &keptAt = share.keptAt;
     if (entry.unreadableFolder) {
         keptAt.push_back(unreadableMark | counter.noteUnreadable(entry.path));
         return {platform::WalkDecision::proceed, true};
@@ -151,7 +158,7 @@ platform::WalkVisit visitEntry(const platform::WalkEntry &entry, ScanCounter &co
         item = FileItem::make(entry.path.toByteArray(), entry.size, entry.modifiedMSecs,
                               categoryOf(entry.path, entry.name), entry.linkCount);
     }
-    const qsizetype at = counter.count(entry, std::move(item));
+    const qsizetype at = counter.count(entry, std::move(item), share.pending);
     if (at == ScanCounter::stopped)
         return {platform::WalkDecision::stop, false};
     if (at == ScanCounter::notKept)
@@ -229,8 +236,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             const bool yields = state->yieldsToInterface;
             if (yields)
                 platform::yieldToInteractiveThreads();
-            // For each walker, where each file it kept went in the counter's list.
-            std::vector<std::vector<std::uint32_t>> keptAt(static_cast<size_t>(workers));
+            std::vector<WalkerShare> shares(static_cast<size_t>(workers));
             std::vector<platform::EmittedRun> runs;
 
             auto opened = [&path](platform::WalkOpenResult result) -> std::optional<ScanOutcome> {
@@ -252,10 +258,10 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 if (auto failure = opened(walker.open()))
                     return *failure;
                 walker.walk([&](const platform::WalkEntry &entry) {
-                    return visitEntry(entry, counter, configuration.minFileSizeBytes, keptAt[0])
+                    return visitEntry(entry, counter, configuration.minFileSizeBytes, shares[0])
                         .decision;
                 });
-                runs.push_back({0, 0, std::uint32_t(keptAt[0].size())});
+                runs.push_back({0, 0, std::uint32_t(shares[0].keptAt.size())});
             } else {
                 platform::ParallelDirectoryWalker walker(*absolute, options, workers,
                                                          state->adaptiveWalkers);
@@ -264,7 +270,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                 const platform::ParallelDirectoryWalker::Visit visit =
                     [&](int worker, const platform::WalkEntry &entry) {
                         return visitEntry(entry, counter, configuration.minFileSizeBytes,
-                                          keptAt[size_t(worker)]);
+                                          shares[size_t(worker)]);
                     };
                 // Plain threads, joined: a join is a hand-over that thread checkers see, which
                 // a thread pool's wait is not.
@@ -281,6 +287,8 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                     other.join();
                 runs = walker.emittedInWalkOrder();
             }
+            for (WalkerShare &share : shares)
+                counter.flush(share.pending);
             state->filesScanned = counter.files();
             state->bytesScanned = counter.bytes();
             // Every report reaches the caller's thread before the result does.
@@ -301,7 +309,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
             DataIdentitySet countedLinks;
             std::unordered_set<QByteArray> reportedUnreadable;
             for (const platform::EmittedRun &run : runs) {
-                const std::vector<std::uint32_t> &places = keptAt[run.worker];
+                const std::vector<std::uint32_t> &places = shares[run.worker].keptAt;
                 for (std::uint32_t i = run.start; i < run.start + run.count; ++i) {
                     const std::uint32_t place = places[i];
                     if (place & unreadableMark) {
@@ -325,7 +333,7 @@ QFuture<ScanOutcome> FileScannerService::scan(QByteArray path, ScanConfiguration
                     bySize.emplace_back(file.size, place);
                 }
             }
-            keptAt = {};
+            shares = {};
             counter.unreadable() = {};
             std::stable_sort(bySize.begin(), bySize.end(),
                              [](const auto &a, const auto &b) { return a.first > b.first; });

@@ -9,11 +9,13 @@
 
 #include <QList>
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -40,9 +42,20 @@ using DataIdentitySet = std::unordered_set<DataIdentity, DataIdentityHash>;
 // the counter's list of them rather than a kept file's.
 constexpr std::uint32_t unreadableMark = 1u << 31;
 
+// Files a walker has counted but not yet added to the shared tally, with their sizes, so that a
+// report still gives the bytes of exactly the files it counts.
+struct PendingFiles {
+    static constexpr int capacity = 32;
+    int count = 0;
+    std::array<qint64, capacity> sizes{};
+    std::string lastPath; // for a report that falls on the last of them
+};
+
 // What the walkers share: the counters behind the progress reports, the stop, and the kept
-// files. Every counted file passes through one lock, so the counts, the reports and the point of
-// a stop come in one order whatever the number of walkers.
+// files. Counts come in through one lock, so the counts, the reports and the point of a stop come
+// in one order whatever the number of walkers. Plain files that are neither kept nor linked
+// reach it in batches of a walker's PendingFiles: taking the lock for every file made the walkers
+// queue on it.
 //
 // The kept files go into one list, in the order they were counted; the walkers remember where
 // theirs went, so that the walk order can be restored in place at the end. One list, not one per
@@ -63,22 +76,25 @@ public:
 
     // Counts one sized file and keeps `item` if there is one. Answers where the item went,
     // notKept without one, or stopped when the walk has already been stopped (nothing counted).
-    qsizetype count(const platform::WalkEntry &entry, std::optional<FileItem> item) {
-        std::lock_guard lock(m_mutex);
-        if (m_stopped.load(std::memory_order_relaxed))
-            return stopped;
-        m_files = checkedAdd(m_files, 1);
-        // Any name of linked data adds the same size, so whichever comes first may count it.
+    // `pending` is the calling walker's own.
+    qsizetype count(const platform::WalkEntry &entry, std::optional<FileItem> item,
+                    PendingFiles &pending) {
         const bool linked = entry.linkCount > 1;
-        if (!linked || m_linkedSeen.insert({entry.device, entry.inode}).second)
-            m_bytes = checkedAdd(m_bytes, entry.size);
-        if (m_files % 100 == 0) {
-            m_report(m_files, m_bytes, displayText(entry.path));
-            // Besides the folders, the one point where a stop reaches the walk; this file still
-            // counts.
-            if (m_cancelRequested)
-                m_stopped = true;
+        if (!item && !linked) {
+            pending.sizes[std::size_t(pending.count++)] = entry.size;
+            pending.lastPath.assign(entry.path.data(), std::size_t(entry.path.size()));
+            if (pending.count < PendingFiles::capacity)
+                return notKept;
         }
+        std::lock_guard lock(m_mutex);
+        if (m_stopped.load(std::memory_order_relaxed)) {
+            pending.count = 0;
+            return stopped;
+        }
+        if (!addPending(pending, entry.path) || (!item && !linked))
+            return notKept;
+        countOne(entry.size, entry.path,
+                 linked && !m_linkedSeen.insert({entry.device, entry.inode}).second);
         if (!item)
             return notKept;
         m_kept.append(std::move(*item));
@@ -86,6 +102,15 @@ public:
             m_keptLinks.emplace(std::uint32_t(m_kept.size() - 1),
                                 DataIdentity{entry.device, entry.inode});
         return m_kept.size() - 1;
+    }
+
+    // Adds what a walker still holds, once it has stopped walking.
+    void flush(PendingFiles &pending) {
+        std::lock_guard lock(m_mutex);
+        if (m_stopped.load(std::memory_order_relaxed))
+            pending.count = 0;
+        else
+            addPending(pending, pending.lastPath);
     }
 
     // Keeps the path of a folder that could not be read; answers where it went.
@@ -103,6 +128,32 @@ public:
     QList<QByteArray> &unreadable() { return m_unreadable; }
 
 private:
+    // Under the lock. Counts one file; `alreadyCounted` data adds no bytes. False when a report
+    // on it stopped the walk: the file still counts, nothing after it does.
+    bool countOne(qint64 size, QByteArrayView path, bool alreadyCounted = false) {
+        m_files = checkedAdd(m_files, 1);
+        if (!alreadyCounted)
+            m_bytes = checkedAdd(m_bytes, size);
+        if (m_files % 100 != 0)
+            return true;
+        m_report(m_files, m_bytes, displayText(path));
+        // Besides the folders, the one point where a stop reaches the walk.
+        if (m_cancelRequested)
+            m_stopped = true;
+        return !m_stopped.load(std::memory_order_relaxed);
+    }
+
+    // Under the lock: counts the walker's pending files in the order it met them.
+    bool addPending(PendingFiles &pending, QByteArrayView path) {
+        const int count = pending.count;
+        pending.count = 0;
+        for (int i = 0; i < count; ++i) {
+            if (!countOne(pending.sizes[std::size_t(i)], path))
+                return false;
+        }
+        return true;
+    }
+
     std::atomic<bool> &m_cancelRequested;
     std::atomic<bool> &m_abandoned;
     ReportProgress m_report;

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <bitset>
 #include <memory>
 #include <sys/stat.h>
 
@@ -37,7 +38,16 @@ void addScanPruning(platform::WalkOptions &options, bool skipSystemDirectories) 
         if (::stat(homeTrash.constData(), &info) == 0 && S_ISDIR(info.st_mode))
             options.prunedFolders.push_back({info.st_dev, info.st_ino});
     }
-    options.isPruned = [names, skipSystemDirectories](QByteArrayView, QByteArrayView name) {
+    // Every entry passes here: most are turned away on their first byte.
+    std::bitset<256> firstBytes;
+    for (const QByteArray &skipped : std::as_const(names))
+        firstBytes.set(static_cast<unsigned char>(skipped.front()));
+    if (skipSystemDirectories)
+        firstBytes.set('.');
+    options.isPruned = [names, skipSystemDirectories, firstBytes](QByteArrayView,
+                                                                  QByteArrayView name) {
+        if (name.isEmpty() || !firstBytes.test(static_cast<unsigned char>(name.front())))
+            return false;
         for (const QByteArray &skipped : names) {
             if (name == skipped)
                 return true;

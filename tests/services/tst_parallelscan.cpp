@@ -10,6 +10,7 @@
 
 #include <QtTest>
 
+#include <atomic>
 #include <random>
 #include <thread>
 #include <unistd.h>
@@ -180,6 +181,48 @@ private slots:
             }
             // The comparison means something only if work did change hands.
             QVERIFY(handOffs > 20);
+        }
+    }
+
+    // A stop leaves parts of folders handed out but never walked; what the workers did meet must
+    // still all come out, in the serial order.
+    void aStoppedWalkStillPutsEverythingItMetInOrder() {
+        TestTree tree;
+        makeTree(tree, 5);
+        platform::WalkOptions options;
+        const QList<QByteArray> expected = pathsOf(serialWalk(tree.root(), options));
+        for (const int stopAfter : {50, 400, 900}) {
+            for (int round = 0; round < 4; ++round) {
+                constexpr int workers = 8;
+                platform::ParallelDirectoryWalker walker(tree.root(), options, workers);
+                QCOMPARE(walker.open(), platform::WalkOpenResult::ok);
+                std::vector<QList<QByteArray>> perWorker(workers);
+                std::atomic<int> met{0};
+                const platform::ParallelDirectoryWalker::Visit visit =
+                    [&](int worker, const platform::WalkEntry &entry) {
+                        perWorker[size_t(worker)].append(entry.path.toByteArray());
+                        return platform::WalkVisit{++met >= stopAfter
+                                                       ? platform::WalkDecision::stop
+                                                       : platform::WalkDecision::proceed,
+                                                   true};
+                    };
+                std::vector<std::thread> running;
+                for (int worker = 0; worker < workers; ++worker)
+                    running.emplace_back([&, worker] { walker.runWorker(worker, visit); });
+                for (std::thread &thread : running)
+                    thread.join();
+                QList<QByteArray> seen;
+                for (const platform::EmittedRun &run : walker.emittedInWalkOrder()) {
+                    for (std::uint32_t i = run.start; i < run.start + run.count; ++i)
+                        seen.append(perWorker[run.worker][i]);
+                }
+                QCOMPARE(seen.size(), met.load());
+                qsizetype at = 0;
+                for (const QByteArray &path : std::as_const(seen)) {
+                    at = expected.indexOf(path, at);
+                    QVERIFY2(at >= 0, path.constData());
+                }
+            }
         }
     }
 

@@ -79,7 +79,12 @@ struct ParallelDirectoryWalker::Private {
     Segment *root = nullptr;
 
     std::mutex mutex;
-    std::condition_variable wake;
+    std::condition_variable wake;  // for workers let in
+    std::condition_variable admit; // for the others
+    void wakeEveryone() {
+        wake.notify_all();
+        admit.notify_all();
+    }
     std::vector<Task> pool;
     int idle = 0; // workers let in and waiting for a task
     int busy = 0; // workers running a task
@@ -107,7 +112,7 @@ struct ParallelDirectoryWalker::Private {
                 task.segment->pieces.push_back({task.rest, 0, 0});
             task.rest = nullptr;
         }
-        wake.notify_all();
+        wakeEveryone();
     }
 };
 
@@ -191,10 +196,10 @@ void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
                 // Nobody is walking and nothing is left: the walk is over.
                 if (d->busy == 0 && d->pool.empty()) {
                     d->finished = true;
-                    d->wake.notify_all();
+                    d->wakeEveryone();
                     break;
                 }
-                d->wake.wait(lock);
+                (letIn ? d->wake : d->admit).wait(lock);
             }
             if (waiting) {
                 --d->idle;
@@ -217,7 +222,7 @@ void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
             d->letMoreIn(me.stopwatch->lap());
         std::lock_guard lock(d->mutex);
         if (--d->busy == 0 && d->pool.empty())
-            d->wake.notify_all();
+            d->wakeEveryone();
     }
     me.stopwatch = nullptr;
 }
@@ -228,7 +233,7 @@ void ParallelDirectoryWalker::Private::letMoreIn(int wanted) {
     std::lock_guard lock(mutex);
     letIn = wanted;
     mostLetIn = std::max(mostLetIn, wanted);
-    wake.notify_all();
+    admit.notify_all();
 }
 
 void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visit &visit) {
@@ -474,7 +479,9 @@ void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &s
         info.end = split;
         info.rest = segments.front();
         info.lastFolder = -1;
-        wake.notify_all();
+        // One waiting worker per part: waking them all only has the rest go back to sleep.
+        for (std::size_t part = 0; part < segments.size(); ++part)
+            wake.notify_one();
         return;
     }
 }

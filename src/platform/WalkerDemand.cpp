@@ -1,11 +1,9 @@
 #include "platform/WalkerDemand.h"
 
 #include <algorithm>
-#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -45,15 +43,8 @@ bool isOnRotatingDisk(const QByteArray &path) {
     struct stat info {};
     if (::stat(path.constData(), &info) != 0 || major(info.st_dev) == 0)
         return false;
-    char name[96];
-    // A virtual machine's disk says it rotates unless its host was told otherwise, whatever
-    // stores it: the flag tells nothing there.
-    std::snprintf(name, sizeof name, "/sys/dev/block/%u:%u", major(info.st_dev),
-                  minor(info.st_dev));
-    char device[PATH_MAX];
-    if (::realpath(name, device) && std::strstr(device, "/virtio"))
-        return false;
     // A partition has no queue of its own; its disk, one folder up, has.
+    char name[96];
     for (const char *queue : {"queue", "../queue"}) {
         std::snprintf(name, sizeof name, "/sys/dev/block/%u:%u/%s/rotational", major(info.st_dev),
                       minor(info.st_dev), queue);

@@ -45,7 +45,7 @@ constexpr std::uint32_t unreadableMark = 1u << 31;
 // Files a walker has counted but not yet added to the shared tally, with their sizes, so that a
 // report still gives the bytes of exactly the files it counts.
 struct PendingFiles {
-    static constexpr int capacity = 32;
+    static constexpr int capacity = 128;
     int count = 0;
     std::array<qint64, capacity> sizes{};
     std::string lastPath; // for a report that falls on the last of them

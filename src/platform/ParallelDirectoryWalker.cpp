@@ -56,9 +56,12 @@ struct Worker {
 };
 
 void recycleListing(Worker &worker, Listing &listing) {
-    // A listing that grew large for one huge folder is let go rather than held for the walk.
-    constexpr std::size_t largestKept = 64 * 1024;
-    if (worker.spareListings.size() >= descriptorBudget || listing.names.capacity() > largestKept)
+    // A listing that grew large for one huge folder is let go rather than held for the walk, and
+    // a deep branch leaves no more spares than the next few folders need: with 32 walkers, what
+    // they hold stays within a few megabytes.
+    constexpr std::size_t largestKept = 16 * 1024;
+    constexpr std::size_t sparesKept = 16;
+    if (worker.spareListings.size() >= sparesKept || listing.names.capacity() > largestKept)
         return;
     listing.clear();
     worker.spareListings.push_back(std::move(listing));

@@ -93,6 +93,7 @@ public:
         }
         if (!addPending(pending, entry.path) || (!item && !linked))
             return notKept;
+        // Any name of linked data adds the same size, so whichever comes first may count it.
         countOne(entry.size, entry.path,
                  linked && !m_linkedSeen.insert({entry.device, entry.inode}).second);
         if (!item)

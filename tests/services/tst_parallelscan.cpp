@@ -95,16 +95,21 @@ QList<Seen> serialWalk(const QByteArray &root, const platform::WalkOptions &opti
     return seen;
 }
 
+// The entries a parallel walk met, put in walk order; with `stopAfter`, the walk is told to stop
+// at the entry that makes that many met, and `met` says how many the workers met in all.
 QList<Seen> parallelWalk(const QByteArray &root, const platform::WalkOptions &options, int workers,
-                         int &handOffs) {
+                         int &handOffs, int stopAfter = 0, int *met = nullptr) {
     platform::ParallelDirectoryWalker walker(root, options, workers);
     if (walker.open() != platform::WalkOpenResult::ok)
         qFatal("cannot open the tree");
     std::vector<QList<Seen>> perWorker(static_cast<size_t>(workers));
+    std::atomic<int> seenSoFar{0};
     const platform::ParallelDirectoryWalker::Visit visit = [&](int worker,
                                                                const platform::WalkEntry &entry) {
         perWorker[size_t(worker)].append({entry.path.toByteArray(), entry.isDirectory, entry.size});
-        return platform::WalkVisit{platform::WalkDecision::proceed, true};
+        const bool stop = ++seenSoFar == stopAfter;
+        return platform::WalkVisit{
+            stop ? platform::WalkDecision::stop : platform::WalkDecision::proceed, true};
     };
     std::vector<std::thread> running;
     for (int worker = 0; worker < workers; ++worker)
@@ -112,6 +117,8 @@ QList<Seen> parallelWalk(const QByteArray &root, const platform::WalkOptions &op
     for (std::thread &thread : running)
         thread.join();
     handOffs += walker.handOffs();
+    if (met)
+        *met = seenSoFar;
     QList<Seen> seen;
     for (const platform::EmittedRun &run : walker.emittedInWalkOrder()) {
         for (std::uint32_t i = run.start; i < run.start + run.count; ++i)
@@ -191,34 +198,15 @@ private slots:
         makeTree(tree, 5);
         platform::WalkOptions options;
         const QList<QByteArray> expected = pathsOf(serialWalk(tree.root(), options));
+        int handOffs = 0;
         for (const int stopAfter : {50, 400, 900}) {
             for (int round = 0; round < 4; ++round) {
-                constexpr int workers = 8;
-                platform::ParallelDirectoryWalker walker(tree.root(), options, workers);
-                QCOMPARE(walker.open(), platform::WalkOpenResult::ok);
-                std::vector<QList<QByteArray>> perWorker(workers);
-                std::atomic<int> met{0};
-                const platform::ParallelDirectoryWalker::Visit visit =
-                    [&](int worker, const platform::WalkEntry &entry) {
-                        perWorker[size_t(worker)].append(entry.path.toByteArray());
-                        return platform::WalkVisit{++met >= stopAfter
-                                                       ? platform::WalkDecision::stop
-                                                       : platform::WalkDecision::proceed,
-                                                   true};
-                    };
-                std::vector<std::thread> running;
-                for (int worker = 0; worker < workers; ++worker)
-                    running.emplace_back([&, worker] { walker.runWorker(worker, visit); });
-                for (std::thread &thread : running)
-                    thread.join();
-                QList<QByteArray> seen;
-                for (const platform::EmittedRun &run : walker.emittedInWalkOrder()) {
-                    for (std::uint32_t i = run.start; i < run.start + run.count; ++i)
-                        seen.append(perWorker[run.worker][i]);
-                }
-                QCOMPARE(seen.size(), met.load());
+                int met = 0;
+                const QList<QByteArray> seen =
+                    pathsOf(parallelWalk(tree.root(), options, 8, handOffs, stopAfter, &met));
+                QCOMPARE(seen.size(), met);
                 qsizetype at = 0;
-                for (const QByteArray &path : std::as_const(seen)) {
+                for (const QByteArray &path : seen) {
                     at = expected.indexOf(path, at);
                     QVERIFY2(at >= 0, path.constData());
                 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <limits>
 
 namespace ravelinth {
 
@@ -11,27 +12,51 @@ namespace {
 
 using Adder = std::function<QDateTime(const QDateTime &, qint64)>;
 
+// Whether `add(start, n)` lands on or before `target`, coming from `start`'s side. A count the
+// calendar cannot hold passes every target, so the search below stays bounded for any time stamp.
+// The calendar pins a move past the first or last millisecond it can hold to that millisecond;
+// such a move did not really happen, and counting it would find every count "reaches".
+bool reaches(const QDateTime &start, const QDateTime &target, qint64 n, const Adder &add) {
+    const QDateTime moved = add(start, n);
+    if (!moved.isValid())
+        return false;
+    const qint64 msecs = moved.toMSecsSinceEpoch();
+    if (msecs == std::numeric_limits<qint64>::min() || msecs == std::numeric_limits<qint64>::max())
+        return false;
+    return start <= target ? moved <= target : moved >= target;
+}
+
 // The largest count n (toward `target`, truncating toward zero) such that `add(start, n)` does
-// not pass `target`. `estimate` is a guess near the answer; the search corrects it both ways.
+// not pass `target`. `estimate` is a guess near the answer: usually it is right, and two calls
+// settle it. Otherwise the search gallops from the last count that held, then halves the gap, so
+// a wild guess or a time stamp millions of years off costs a few dozen calls, not millions.
 qint64 fieldDifference(const QDateTime &start, const QDateTime &target, qint64 estimate,
                        const Adder &add) {
-    qint64 n = estimate;
-    if (start <= target) {
-        if (n < 0)
-            n = 0;
-        while (n > 0 && add(start, n) > target)
-            --n;
-        while (add(start, n + 1) <= target)
-            ++n;
-    } else {
-        if (n > 0)
-            n = 0;
-        while (n < 0 && add(start, n) < target)
-            ++n;
-        while (add(start, n - 1) >= target)
-            --n;
+    const qint64 direction = start <= target ? 1 : -1;
+    qint64 held = 0;
+    if (estimate * direction > 0 && reaches(start, target, estimate, add))
+        held = estimate;
+    qint64 stride = direction;
+    qint64 passed = held + stride;
+    while (reaches(start, target, passed, add)) {
+        held = passed;
+        stride *= 2;
+        passed = held + stride;
     }
-    return n;
+    while ((passed - held) * direction > 1) {
+        const qint64 middle = held + (passed - held) / 2;
+        (reaches(start, target, middle, add) ? held : passed) = middle;
+    }
+    return held;
+}
+
+// The calendar's adders take an int, or overflow silently. No time stamp lies more than a
+// billion of any unit away, so a count past that gives an invalid date, which the search above
+// treats as too far.
+constexpr qint64 farthestCount = qint64(1) << 30;
+
+bool countable(qint64 n) {
+    return n > -farthestCount && n < farthestCount;
 }
 
 struct Unit {
@@ -59,10 +84,20 @@ QString formatRelativeDate(const QDateTime &date, const QDateTime &reference,
     const qint64 monthGuess = qint64(target.date().year() - cursor.date().year()) * 12 +
                               (target.date().month() - cursor.date().month());
     const std::array<std::pair<Unit, Adder>, 4> calendarUnits{{
-        {{u"year", u"years"}, [](const QDateTime &t, qint64 n) { return t.addYears(int(n)); }},
-        {{u"month", u"months"}, [](const QDateTime &t, qint64 n) { return t.addMonths(int(n)); }},
-        {{u"week", u"weeks"}, [](const QDateTime &t, qint64 n) { return t.addDays(n * 7); }},
-        {{u"day", u"days"}, [](const QDateTime &t, qint64 n) { return t.addDays(n); }},
+        {{u"year", u"years"},
+         [](const QDateTime &t, qint64 n) {
+             return countable(n) ? t.addYears(int(n)) : QDateTime();
+         }},
+        {{u"month", u"months"},
+         [](const QDateTime &t, qint64 n) {
+             return countable(n) ? t.addMonths(int(n)) : QDateTime();
+         }},
+        {{u"week", u"weeks"},
+         [](const QDateTime &t, qint64 n) {
+             return countable(n) ? t.addDays(n * 7) : QDateTime();
+         }},
+        {{u"day", u"days"},
+         [](const QDateTime &t, qint64 n) { return countable(n) ? t.addDays(n) : QDateTime(); }},
     }};
     for (size_t i = 0; i < calendarUnits.size(); ++i) {
         const qint64 days = cursor.date().daysTo(target.date());

@@ -8,7 +8,23 @@
 #include <QDateTime>
 #include <QTimeZone>
 
+#include <cmath>
+#include <optional>
+
 namespace ravelinth::views {
+
+namespace {
+
+// QML hands over whatever a binding holds: a role of a row that has just gone reads as undefined,
+// which arrives as NaN. Converting that, or anything past 2^63, to an integer is undefined.
+std::optional<qint64> wholeNumber(double value) {
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    if (!std::isfinite(value) || value < -limit || value >= limit)
+        return std::nullopt;
+    return qint64(value);
+}
+
+} // namespace
 
 TextFormat::TextFormat(const Preferences &preferences) {
     const auto follow = [this, &preferences] {
@@ -27,7 +43,8 @@ TextFormat *TextFormat::create(QQmlEngine *engine, QJSEngine *scriptEngine) {
 }
 
 QString TextFormat::byteCount(double bytes, bool binary) const {
-    return formatByteCount(qint64(bytes), binary ? ByteUnits::binary : ByteUnits::decimal);
+    return formatByteCount(wholeNumber(bytes).value_or(0),
+                           binary ? ByteUnits::binary : ByteUnits::decimal);
 }
 
 QString TextFormat::oneDecimal(double value) const {
@@ -35,14 +52,16 @@ QString TextFormat::oneDecimal(double value) const {
 }
 
 QString TextFormat::groupedInteger(double value) const {
-    return formatGroupedInteger(qint64(value));
+    return formatGroupedInteger(wholeNumber(value).value_or(0));
 }
 
 QString TextFormat::relativeDate(double msecsSinceEpoch) const {
+    const std::optional<qint64> msecs = wholeNumber(msecsSinceEpoch);
+    if (!msecs)
+        return {};
     // Both ends in UTC: the calendar arithmetic itself happens in the system zone.
-    return formatRelativeDate(
-        QDateTime::fromMSecsSinceEpoch(qint64(msecsSinceEpoch), QTimeZone::utc()),
-        QDateTime::currentDateTimeUtc());
+    return formatRelativeDate(QDateTime::fromMSecsSinceEpoch(*msecs, QTimeZone::utc()),
+                              QDateTime::currentDateTimeUtc());
 }
 
 QString TextFormat::lastPathComponent(const QString &path) const {

@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+#include <limits>
+
 using namespace ravelinth;
 
 // The relative-date vectors come from the reference table shipped beside the project: every row
@@ -106,6 +108,21 @@ private slots:
         QCOMPARE(formatRelativeDate(QDateTime::fromMSecsSinceEpoch(0, utc), now, utc),
                  u"51 years ago"_qs);
         QCOMPARE(formatRelativeDate(QDateTime(), now, utc), QString());
+    }
+
+    // A time stamp can hold anything a file system or a garbled value gives it, out to the last
+    // millisecond a 64-bit count holds, and must still come back at once. The years are the
+    // counts divided by a mean Gregorian year of 31,556,952 s: 292,277,024.6 years either side
+    // of 1970, and half that, counted from the middle of 2021 and truncated.
+    void theFarthestTimesCountWholeYearsAtOnce() {
+        const QTimeZone utc = QTimeZone::utc();
+        const QDateTime now(QDate(2021, 6, 10), QTime(12, 0), utc);
+        const auto words = [&](qint64 msecs) {
+            return formatRelativeDate(QDateTime::fromMSecsSinceEpoch(msecs, utc), now, utc);
+        };
+        QCOMPARE(words(std::numeric_limits<qint64>::min()), u"292,277,076 years ago"_qs);
+        QCOMPARE(words(std::numeric_limits<qint64>::min() / 2), u"146,138,563 years ago"_qs);
+        QCOMPARE(words(std::numeric_limits<qint64>::max()), u"in 292,276,973 years"_qs);
     }
 };
 

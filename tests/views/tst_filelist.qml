@@ -120,6 +120,14 @@ TestCase {
         rootReset.reset(testCase)
     }
 
+    // A row that has just gone still has its bindings read once, with undefined roles.
+    function test_valuesOfAVanishedRowSayNothing() {
+        for (const value of [undefined, NaN, Infinity, -Infinity, 1e300, -1e300]) {
+            compare(TextFormat.relativeDate(value), "", String(value))
+            compare(TextFormat.byteCount(value, false), TextFormat.byteCount(0, false), String(value))
+        }
+    }
+
     function test_emptyStates() {
         const view = makeList()
         const says = () => [emptyState(view).visible, emptyState(view).title, emptyState(view).message]

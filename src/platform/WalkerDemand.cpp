@@ -1,9 +1,11 @@
 #include "platform/WalkerDemand.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -43,8 +45,15 @@ bool isOnRotatingDisk(const QByteArray &path) {
     struct stat info {};
     if (::stat(path.constData(), &info) != 0 || major(info.st_dev) == 0)
         return false;
-    // A partition has no queue of its own; its disk, one folder up, has.
     char name[96];
+    // A virtual disk's driver never clears the kernel's default "rotational" flag, whatever
+    // stands behind it; what does, a host's disk or its cache, is served out of order anyway.
+    std::snprintf(name, sizeof name, "/sys/dev/block/%u:%u", major(info.st_dev),
+                  minor(info.st_dev));
+    char device[PATH_MAX];
+    if (::realpath(name, device) && std::strstr(device, "/virtio"))
+        return false;
+    // A partition has no queue of its own; its disk, one folder up, has.
     for (const char *queue : {"queue", "../queue"}) {
         std::snprintf(name, sizeof name, "/sys/dev/block/%u:%u/%s/rotational", major(info.st_dev),
                       minor(info.st_dev), queue);
@@ -113,8 +122,13 @@ int WalkerDemand::decide(std::int64_t now) {
     if (asleep < sleepyFrom || m_current >= m_ceiling)
         return 0;
     // A rotating disk serves one request at a time, and more walkers soon only make its head
-    // jump: it is given them in smaller steps.
-    const int step = m_rotating ? std::max(1, m_current / 2) : m_current;
+    // jump: it is given them in smaller steps. Any other disk is given at once as many requests
+    // in flight as a solid-state or virtual disk needs to be kept busy: were it stepped up to
+    // them, a step would be judged while the walkers, waking more often, crowd two cores in the
+    // kernel, and the walk would settle on too few.
+    constexpr int solidStateDepth = 16;
+    const int step =
+        m_rotating ? std::max(1, m_current / 2) : std::max(m_current, solidStateDepth - m_current);
     m_walkingBeforeStep = walking;
     m_current = std::min(m_current + step, m_ceiling);
     return m_current;

@@ -37,9 +37,9 @@ bool isOnRotatingDisk(const QByteArray &path);
 
 // How many walkers a walk wants, worked out from what the walkers meet. Two per core (at least
 // four) keep the cores busy while the tree is in memory. While walkers sleep on the device, more
-// are let in, doubling, as long as each step makes the walk faster: more requests in flight
-// keep a solid-state disk busy, and the step that no longer pays shows the device is saturated.
-// A rotating disk gets smaller steps. The walk's speed is measured as the processor time its
+// are let in: on a solid-state or virtual disk at once as many as keep it busy (16), then
+// doubling, as long as each step makes the walk faster; the step that no longer pays shows the
+// device is saturated. A rotating disk gets steps of half the walkers. The walk's speed is measured as the processor time its
 // walkers spend, which, unlike the entries met, does not depend on the folders it is in.
 class WalkerDemand {
 public:

@@ -58,6 +58,20 @@ private slots:
         QCOMPARE(walkers, 32);
     }
 
+    // A solid-state disk is kept busy only by many requests at once; a rotating one is not
+    // crowded by them.
+    void theFirstStepDependsOnTheKindOfDisk() {
+        for (const auto &[rotating, cores, expected] :
+             {std::tuple{false, 2, 16}, std::tuple{false, 8, 32}, std::tuple{true, 2, 6}}) {
+            WalkerDemand demand(32, cores, rotating);
+            std::int64_t now = 0;
+            int first = 0;
+            for (int i = 0; i < 4 && first == 0; ++i)
+                first = window(demand, now, demand.initial(), 0.2);
+            QCOMPARE(first, expected);
+        }
+    }
+
     void aStepThatDoesNotPayEndsTheGrowth() {
         WalkerDemand demand(32, 2, true);
         std::int64_t now = 0;

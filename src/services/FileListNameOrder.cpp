@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace ravelinth {
 
@@ -67,31 +68,48 @@ private:
     const NameSortKeys &m_keys;
 };
 
-// Entries go first into buckets by the top two bytes of their prefix, then each bucket is sorted
-// on its own: a million names become thousands of short sorts, which costs a fraction of one
-// long sort. `entries` must hold names of one kind, for which the prefix orders.
-template <typename Before> void sortByBuckets(std::vector<NameEntry> &entries, Before before) {
-    constexpr size_t buckets = 1 << 16;
+// Orders `entries` by their prefixes with a stable radix sort, sixteen bits a pass from the last
+// (a pass whose digit every entry shares is skipped), then sorts each run of equal prefixes with
+// `before`. Names in one folder tree share their first letters ("build_", "backup-"), so buckets
+// by the first two leave long comparison sorts; the radix passes cost the same whatever the
+// names. `entries` must hold names of one kind, for which the prefix orders.
+template <typename Before> void sortByPrefix(std::vector<NameEntry> &entries, Before before) {
     constexpr size_t worthIt = 4096;
     if (entries.size() < worthIt) {
         std::sort(entries.begin(), entries.end(), before);
         return;
     }
-    const auto bucketOf = [](const NameEntry &entry) { return size_t(entry.high >> 48); };
-    std::vector<std::uint32_t> starts(buckets + 1, 0);
-    for (const NameEntry &entry : entries)
-        ++starts[bucketOf(entry) + 1];
-    for (size_t b = 0; b < buckets; ++b)
-        starts[b + 1] += starts[b];
-    std::vector<NameEntry> sorted(entries.size());
-    std::vector<std::uint32_t> next(starts.begin(), starts.end() - 1);
-    for (const NameEntry &entry : entries)
-        sorted[next[bucketOf(entry)]++] = entry;
-    for (size_t b = 0; b < buckets; ++b) {
-        if (starts[b + 1] - starts[b] > 1)
-            std::sort(sorted.begin() + starts[b], sorted.begin() + starts[b + 1], before);
+    constexpr int digits = 8;
+    std::vector<NameEntry> scratch(entries.size());
+    std::vector<std::uint32_t> starts(size_t(1) << 16);
+    for (int digit = 0; digit < digits; ++digit) {
+        const auto digitOf = [digit](const NameEntry &entry) {
+            const std::uint64_t word = digit < digits / 2 ? entry.low : entry.high;
+            return size_t(word >> (16 * (digit % (digits / 2))) & 0xffff);
+        };
+        std::fill(starts.begin(), starts.end(), 0);
+        for (const NameEntry &entry : entries)
+            ++starts[digitOf(entry)];
+        if (starts[digitOf(entries.front())] == entries.size())
+            continue;
+        std::uint32_t sum = 0;
+        for (std::uint32_t &start : starts)
+            sum += std::exchange(start, sum);
+        for (const NameEntry &entry : entries)
+            scratch[starts[digitOf(entry)]++] = entry;
+        entries.swap(scratch);
     }
-    entries = std::move(sorted);
+    const auto samePrefix = [](const NameEntry &a, const NameEntry &b) {
+        return a.high == b.high && a.low == b.low;
+    };
+    for (auto begin = entries.begin(); begin != entries.end();) {
+        const auto end = std::find_if_not(begin + 1, entries.end(), [&](const NameEntry &entry) {
+            return samePrefix(*begin, entry);
+        });
+        if (end - begin > 1)
+            std::sort(begin, end, before);
+        begin = end;
+    }
 }
 
 // Both halves sorted, each on a core of its own, then merged.
@@ -99,7 +117,7 @@ template <typename Before>
 std::vector<NameEntry> sortHalves(std::array<std::vector<NameEntry>, 2> &halves, Before before) {
     inTwoHalves(
         qsizetype(halves[0].size() + halves[1].size()), parallelFrom,
-        [&](int part, qsizetype, qsizetype) { sortByBuckets(halves[size_t(part)], before); });
+        [&](int part, qsizetype, qsizetype) { sortByPrefix(halves[size_t(part)], before); });
     std::vector<NameEntry> merged(halves[0].size() + halves[1].size());
     std::merge(halves[0].begin(), halves[0].end(), halves[1].begin(), halves[1].end(),
                merged.begin(), before);
@@ -143,9 +161,14 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
             tabled.reserve(size_t(end - begin));
             for (qsizetype i = begin; i < end; ++i) {
                 // The paths lie all over the heap, and reading them is most of the time taken
-                // here: the next few are asked for early.
-                if (i + 8 < end)
-                    __builtin_prefetch(files[i + 8].path.constData());
+                // here: the next few are asked for early. A name is the end of its path, which
+                // often begins a cache line before it, so it is the end that is asked for.
+                if (i + 16 < end) {
+                    const QByteArray &ahead = files[i + 16].path;
+                    const qsizetype last = std::max<qsizetype>(0, ahead.size() - 1);
+                    __builtin_prefetch(ahead.constData() + last);
+                    __builtin_prefetch(ahead.constData() + std::max<qsizetype>(0, last - 32));
+                }
                 const QByteArrayView name = files[i].name();
                 if (table && name.size() <= tableNamesUpTo && AsciiCollation::isPrintable(name)) {
                     const auto [high, low] = table->prefix(name);

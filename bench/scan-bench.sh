@@ -61,7 +61,10 @@ echo "tree: $tree ($files files, $folders folders); ravelinth keeps $kept files,
 
 machine="$(nproc) cores, $(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo | head -1), $(($(sed -n 's/^MemTotal: *\([0-9]*\).*/\1/p' /proc/meminfo) / 1048576)) GiB"
 device=$(df --output=source "$tree" | tail -1)
-echo "machine: $machine; tree on $device (rotational: $(cat "/sys/block/$(basename "$(readlink -f "/sys/class/block/$(basename "$device")/..")")/queue/rotational" 2>/dev/null || cat "/sys/class/block/$(basename "$device")/queue/rotational" 2>/dev/null || echo unknown))"
+rotational=$(cat "/sys/block/$(basename "$(readlink -f "/sys/class/block/$(basename "$device")/..")")/queue/rotational" 2>/dev/null || cat "/sys/class/block/$(basename "$device")/queue/rotational" 2>/dev/null || echo unknown)
+# A virtio disk keeps the kernel's default flag whatever stands behind it; the scan ignores it.
+[[ $(readlink -f "/sys/class/block/$(basename "$device")") == */virtio* ]] && rotational+=", virtio: walked as solid-state"
+echo "machine: $machine; tree on $device (rotational: $rotational)"
 
 drop_caches() {
     sync

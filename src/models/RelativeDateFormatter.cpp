@@ -50,8 +50,9 @@ qint64 fieldDifference(const QDateTime &start, const QDateTime &target, qint64 e
     return held;
 }
 
-// The calendar's adders take an int, or overflow silently. No time stamp lies more than a
-// billion of any unit away, so a count past that gives an invalid date, which the search above
+// The calendar's adders take an int, or overflow silently. The answers stay far below a billion
+// (a 64-bit time stamp is at most 292 million years away, and weeks and days are counted only
+// within a month), so the galloping search may ask for more: it gets an invalid date, which it
 // treats as too far.
 constexpr qint64 farthestCount = qint64(1) << 30;
 

@@ -1,5 +1,7 @@
 #include "platform/WalkerDemand.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -9,8 +11,10 @@
 #include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <unistd.h>
+#ifdef Q_OS_LINUX
+#include <sys/sysmacros.h>
+#endif
 
 namespace ravelinth::platform {
 
@@ -42,6 +46,11 @@ bool ThreadClock::read(ThreadTimes &times) {
 }
 
 bool isOnRotatingDisk(const QByteArray &path) {
+#ifndef Q_OS_LINUX
+    // Elsewhere a walk takes the solid-state disk's steps: the system names its disks otherwise.
+    Q_UNUSED(path);
+    return false;
+#else
     struct stat info {};
     if (::stat(path.constData(), &info) != 0 || major(info.st_dev) == 0)
         return false;
@@ -67,6 +76,7 @@ bool isOnRotatingDisk(const QByteArray &path) {
             return flag == '1';
     }
     return false;
+#endif
 }
 
 WalkerDemand::WalkerDemand(int maximum, int cores, bool rotating)

@@ -39,8 +39,9 @@ bool isOnRotatingDisk(const QByteArray &path);
 // four) keep the cores busy while the tree is in memory. While walkers sleep on the device, more
 // are let in: on a solid-state or virtual disk at once as many as keep it busy (16), then
 // doubling, as long as each step makes the walk faster; the step that no longer pays shows the
-// device is saturated. A rotating disk gets steps of half the walkers. The walk's speed is measured as the processor time its
-// walkers spend, which, unlike the entries met, does not depend on the folders it is in.
+// device is saturated. A rotating disk gets steps of half the walkers. The walk's speed is measured
+// as the processor time its walkers spend, which, unlike the entries met, does not depend on the
+// folders it is in.
 class WalkerDemand {
 public:
     WalkerDemand(int maximum, int cores, bool rotating);

@@ -1,19 +1,10 @@
 #include "platform/ParallelDirectoryWalker.h"
 
 #include "models/PathText.h"
-#include "platform/FolderListing.h"
-#include "platform/WalkOrder.h"
-#include "platform/WalkerDemand.h"
+#include "platform/ParallelWalkState.h"
 
 #include <algorithm>
-#include <atomic>
-#include <condition_variable>
-#include <cstdint>
-#include <cstring>
-#include <deque>
-#include <dirent.h>
 #include <fcntl.h>
-#include <mutex>
 #include <optional>
 #include <sys/stat.h>
 #include <thread>
@@ -23,39 +14,7 @@ namespace ravelinth::platform {
 
 namespace {
 
-struct Task {
-    Frame frame;
-    QByteArray path;
-    bool listed = false; // the root is listed by the worker that takes it
-    Segment *segment = nullptr;
-    // A part of a folder ends where the next part, handed to another worker, begins.
-    std::size_t end = SIZE_MAX;
-    Segment *rest = nullptr;
-};
-
-// What a worker knows of each folder on its branch besides the frame itself.
-struct BranchInfo {
-    Segment *segment = nullptr;
-    bool ownSegment = false; // made by this worker for a subfolder, so it may be dropped again
-    std::ptrdiff_t lastFolder = -2; // last listing index that may be a folder; -2: not known yet
-    std::ptrdiff_t nextFolder = -1; // first such index at or after `next`, while >= `next`
-    // Entries from `end` on were handed to another worker; `rest` is where they go in the order.
-    std::size_t end = SIZE_MAX;
-    Segment *rest = nullptr;
-};
-
-struct Worker {
-    std::deque<Segment> segments; // stable addresses
-    std::uint32_t emitted = 0;
-    std::vector<char> buffer;
-    // Listings of folders left, kept for the next folders: a walk meets tens of thousands of
-    // folders, and each would otherwise allocate its listing anew.
-    std::vector<Listing> spareListings;
-    // While the walk adapts its number of workers: on the worker's own thread.
-    WalkerStopwatch *stopwatch = nullptr;
-};
-
-void recycleListing(Worker &worker, Listing &listing) {
+void recycleListing(WalkWorker &worker, Listing &listing) {
     // A listing that grew large for one huge folder is let go rather than held for the walk, and
     // a deep branch leaves no more spares than the next few folders need: with 32 walkers, what
     // they hold stays within a few megabytes.
@@ -67,57 +26,7 @@ void recycleListing(Worker &worker, Listing &listing) {
     worker.spareListings.push_back(std::move(listing));
 }
 
-bool mayBeFolder(unsigned char type) {
-    return type == DT_DIR || type == DT_UNKNOWN;
-}
-
 } // namespace
-
-struct ParallelDirectoryWalker::Private {
-    QByteArray rootPath;
-    WalkOptions options;
-    int workerCount = 1;
-    int rootFd = -1;
-    std::vector<Worker> workers;
-    Segment *root = nullptr;
-
-    std::mutex mutex;
-    std::condition_variable wake;  // for workers let in
-    std::condition_variable admit; // for the others
-    void wakeEveryone() {
-        wake.notify_all();
-        admit.notify_all();
-    }
-    std::vector<Task> pool;
-    int idle = 0; // workers let in and waiting for a task
-    int busy = 0; // workers running a task
-    bool finished = false;
-    bool adaptive = false;
-    std::unique_ptr<WalkerDemand> demand;
-    std::atomic<int> letIn{1};
-    int mostLetIn = 1;
-    std::atomic<int> hungry{0};
-    // pool.size(), for a look without the lock: a worker already has a task waiting for it.
-    std::atomic<int> pooled{0};
-    std::atomic<bool> stopped{false};
-    std::atomic<int> handOffs{0};
-
-    void runTask(int worker, Task task, const Visit &visit);
-    void letMoreIn(int wanted);
-    void handOff(int worker, std::vector<Frame> &stack, std::vector<BranchInfo> &branch,
-                 const QByteArray &path);
-    void stop() {
-        std::lock_guard lock(mutex);
-        stopped = true;
-        // Parts nobody will walk still lead to the parts after them, which may have been walked.
-        for (Task &task : pool) {
-            if (task.rest)
-                task.segment->pieces.push_back({task.rest, 0, 0});
-            task.rest = nullptr;
-        }
-        wakeEveryone();
-    }
-};
 
 ParallelDirectoryWalker::ParallelDirectoryWalker(QByteArray rootPath, WalkOptions options,
                                                  int workerCount, bool adaptive)
@@ -134,7 +43,7 @@ ParallelDirectoryWalker::ParallelDirectoryWalker(QByteArray rootPath, WalkOption
 ParallelDirectoryWalker::~ParallelDirectoryWalker() {
     if (d->rootFd >= 0)
         ::close(d->rootFd);
-    for (Task &task : d->pool) {
+    for (WalkTask &task : d->pool) {
         if (task.frame.fd >= 0)
             ::close(task.frame.fd);
     }
@@ -157,7 +66,7 @@ WalkOpenResult ParallelDirectoryWalker::open() {
         d->mostLetIn = d->letIn;
     }
     d->root = &d->workers[0].segments.emplace_back();
-    Task task;
+    WalkTask task;
     task.frame.fd = fd;
     task.frame.pathLength = d->rootPath.size();
     task.path = QByteArray(d->rootPath.constData(), d->rootPath.size());
@@ -177,12 +86,12 @@ int ParallelDirectoryWalker::workersLetIn() const {
 }
 
 void ParallelDirectoryWalker::runWorker(int worker, const Visit &visit) {
-    Worker &me = d->workers[size_t(worker)];
+    WalkWorker &me = d->workers[size_t(worker)];
     std::optional<WalkerStopwatch> stopwatch;
     if (d->demand)
         me.stopwatch = &stopwatch.emplace(*d->demand);
     for (;;) {
-        Task task;
+        WalkTask task;
         {
             std::unique_lock lock(d->mutex);
             // Counted among the idle only while let in: the busy hand work only to those.
@@ -239,8 +148,8 @@ void ParallelDirectoryWalker::Private::letMoreIn(int wanted) {
     admit.notify_all();
 }
 
-void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visit &visit) {
-    Worker &me = workers[size_t(worker)];
+void ParallelDirectoryWalker::Private::runTask(int worker, WalkTask task, const Visit &visit) {
+    WalkWorker &me = workers[size_t(worker)];
     task.segment->worker = std::uint32_t(worker);
     QByteArray path = std::move(task.path);
     const bool rootIsSlash = rootPath == "/";
@@ -356,136 +265,6 @@ void ParallelDirectoryWalker::Private::runTask(int worker, Task task, const Visi
             branch.back().segment->pieces.push_back({branch.back().rest, 0, 0});
         popFrame(stack);
         branch.pop_back();
-    }
-}
-
-namespace {
-
-std::ptrdiff_t lastFolderIn(const Listing &listing) {
-    for (std::size_t i = listing.size(); i-- > 0;) {
-        if (mayBeFolder(listing.types[i]))
-            return std::ptrdiff_t(i);
-    }
-    return -1;
-}
-
-std::ptrdiff_t firstFolderIn(const Listing &listing, std::size_t from, std::size_t end) {
-    for (std::size_t i = from; i < std::min(end, listing.size()); ++i) {
-        if (mayBeFolder(listing.types[i]))
-            return std::ptrdiff_t(i);
-    }
-    return -1;
-}
-
-// Where the parts begin when the entries from `from` to `end` are shared among up to `wanted`
-// workers: the first at `from`, each other at a subfolder, the subfolders spread evenly. A large
-// listing is copied into every part, so it is cut into fewer.
-std::vector<std::size_t> partStarts(const Listing &listing, std::size_t from, std::size_t end,
-                                    int wanted) {
-    constexpr std::size_t copiedAtMost = 1 << 20;
-    const std::size_t bytes = listing.names.size() + listing.size() * 5;
-    const std::size_t affordable =
-        std::max<std::size_t>(1, copiedAtMost / std::max<std::size_t>(1, bytes));
-    std::vector<std::size_t> folders;
-    for (std::size_t i = from + 1; i < end; ++i) {
-        if (mayBeFolder(listing.types[i]))
-            folders.push_back(i);
-    }
-    const std::size_t parts =
-        std::min({std::size_t(std::max(1, wanted)), folders.size() + 1, affordable});
-    std::vector<std::size_t> starts{from};
-    for (std::size_t part = 1; part < parts; ++part)
-        starts.push_back(folders[part * folders.size() / parts]);
-    return starts;
-}
-
-} // namespace
-
-// Gives the rest of the shallowest folder that still holds subfolders to the waiting workers, in
-// as many parts as there are workers waiting: the shallowest, because its rest is likely the
-// largest piece of work left, and all of them at once, because on a cold disk this worker may
-// not be back from its next read for a while. The folder being listed right now keeps its next
-// subfolder, so two workers do not pass one folder back and forth.
-void ParallelDirectoryWalker::Private::handOff(int worker, std::vector<Frame> &stack,
-                                               std::vector<BranchInfo> &branch,
-                                               const QByteArray &path) {
-    for (std::size_t level = 0; level < stack.size(); ++level) {
-        Frame &frame = stack[level];
-        BranchInfo &info = branch[level];
-        if (info.lastFolder == -2)
-            info.lastFolder = lastFolderIn(frame.listing);
-        if (frame.fd < 0 || std::ptrdiff_t(frame.next) > info.lastFolder)
-            continue;
-        const bool isTop = level + 1 == stack.size();
-        std::size_t split = frame.next;
-        if (isTop) {
-            if (info.nextFolder < std::ptrdiff_t(frame.next)) {
-                const std::ptrdiff_t first = firstFolderIn(frame.listing, frame.next, info.end);
-                info.nextFolder = first < 0 ? PTRDIFF_MAX : first;
-            }
-            if (info.nextFolder == PTRDIFF_MAX)
-                continue;
-            split = std::size_t(info.nextFolder) + 1;
-        }
-        if (split >= info.end || std::ptrdiff_t(split) > info.lastFolder)
-            continue;
-        const std::vector<std::size_t> starts = partStarts(
-            frame.listing, split, std::min(info.end, frame.listing.size()),
-            hungry.load(std::memory_order_relaxed) - pooled.load(std::memory_order_relaxed));
-
-        std::lock_guard lock(mutex);
-        const std::size_t parts =
-            std::min(starts.size(), std::size_t(std::max(0, idle - int(pool.size()))));
-        if (stopped || parts == 0)
-            return;
-        std::vector<int> fds;
-        for (std::size_t part = 0; part < parts; ++part) {
-            const int fd = ::fcntl(frame.fd, F_DUPFD_CLOEXEC, 0);
-            if (fd < 0)
-                break;
-            fds.push_back(fd);
-        }
-        if (fds.empty())
-            return;
-        std::vector<Segment *> segments;
-        for (std::size_t part = 0; part < fds.size(); ++part)
-            segments.push_back(&workers[size_t(worker)].segments.emplace_back());
-        for (std::size_t part = 0; part < fds.size(); ++part) {
-            const bool last = part + 1 == fds.size();
-            Task task;
-            task.frame.fd = fds[part];
-            task.frame.device = frame.device;
-            task.frame.inode = frame.inode;
-            task.frame.mountId = frame.mountId;
-            task.frame.deniedReported = frame.deniedReported;
-            task.frame.pathLength = frame.pathLength;
-            // A folder deeper down the branch no longer needs its names; the one being listed
-            // does, and so does every part but the last.
-            if (isTop || !last) {
-                task.frame.listing = frame.listing;
-            } else {
-                task.frame.listing = std::move(frame.listing);
-                frame.listing = Listing();
-            }
-            task.frame.next = starts[part];
-            // A copy of its own: `left` may share the buffer this worker goes on writing.
-            task.path = QByteArray(path.constData(), frame.pathLength);
-            task.listed = true;
-            task.segment = segments[part];
-            // Each part leads to the next; the last to wherever this folder's part led.
-            task.end = last ? info.end : starts[part + 1];
-            task.rest = last ? info.rest : segments[part + 1];
-            pool.push_back(std::move(task));
-            ++pooled;
-            ++handOffs;
-        }
-        info.end = split;
-        info.rest = segments.front();
-        info.lastFolder = -1;
-        // One waiting worker per part: waking them all only has the rest go back to sleep.
-        for (std::size_t part = 0; part < segments.size(); ++part)
-            wake.notify_one();
-        return;
     }
 }
 

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -108,8 +109,25 @@ int main(int argc, char **argv) {
         std::fprintf(stderr, "%s holds another tree; remove it first\n", root.c_str());
         return 1;
     }
+    // A tree whose making was cut off is made again; any other folder with something in it is
+    // left alone, since it may be anybody's.
+    const std::string unfinished = root + "/.tree-unfinished";
+    if (::access(unfinished.c_str(), F_OK) == 0) {
+        std::printf("removing a tree left unfinished: %s\n", root.c_str());
+        std::error_code error;
+        std::filesystem::remove_all(root, error);
+        if (error)
+            fail(root);
+    } else if (std::filesystem::exists(root) && !std::filesystem::is_empty(root)) {
+        std::fprintf(stderr, "%s is not empty and holds no tree; remove it first\n", root.c_str());
+        return 1;
+    }
     if (::mkdir(root.c_str(), 0755) != 0 && errno != EEXIST)
         fail(root);
+    if (FILE *marker = std::fopen(unfinished.c_str(), "w"))
+        std::fclose(marker);
+    else
+        fail(unfinished);
 
     Random random{std::uint64_t(seed)};
     std::vector<std::string> paths{root};
@@ -155,7 +173,8 @@ int main(int argc, char **argv) {
     if (!out)
         fail(stamp);
     std::fputs(expected, out);
-    std::fclose(out);
+    if (std::fclose(out) != 0 || ::unlink(unfinished.c_str()) != 0)
+        fail(stamp);
     std::printf("made %s: %s", root.c_str(), expected);
     return 0;
 }

@@ -44,7 +44,7 @@ stage_normal() {
 }
 
 stage_asan() {
-    configure build-asan -DRAVELINTH_SANITIZE=address,undefined
+    configure build-asan -DRAVELINTH_SANITIZE=address,undefined -DRAVELINTH_BENCH=OFF
     cmake --build build-asan
     # Full stacks for leaks: the fast unwinder stops inside system libraries built without
     # frame pointers, and suppressions need the frames that name the leaking function.

@@ -3,12 +3,28 @@
 #include "models/FastUuid.h"
 #include "models/FolderIndicators.h"
 
+#include <algorithm>
+
 namespace ravelinth {
 
 FileItem FileItem::make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category,
                         std::uint32_t linkCount) {
-    FileItem item{makeFastUuid(), std::move(path), size, modifiedMSecs, category, false, 1};
+    FileItem item;
+    item.id = makeFastUuid();
+    item.path = std::move(path);
+    item.size = size;
+    item.modifiedMSecs = modifiedMSecs;
+    item.category = category;
     item.linkCount = linkCount;
+    const QByteArrayView name = item.name();
+    // A name longer than the system allows is not one a walk meets; it is left to the slow path.
+    constexpr qsizetype longestName = 255;
+    bool printable = name.size() <= longestName;
+    for (qsizetype i = 0; printable && i < name.size(); ++i)
+        printable = name[i] >= ' ' && name[i] <= '~';
+    item.nameKind = printable ? NameKind::printableAscii : NameKind::other;
+    std::copy_n(name.begin(), std::min<qsizetype>(name.size(), qsizetype(item.nameHead.size())),
+                item.nameHead.begin());
     return item;
 }
 

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QUuid>
 
+#include <array>
 #include <cstdint>
 
 namespace ravelinth {
@@ -24,10 +25,18 @@ struct FileItem {
     ScanCategory category = ScanCategory::other;
     // Set when an earlier kept name of the same data carries its size, so sums skip this one.
     bool countedUnderAnotherName = false;
-    // Names the file's data has; above one, moving this name alone frees no space. (These two
+    // What the name is made of, told once while the walk has the path at hand: ordering a
+    // million names by their first letters then reads the list in order instead of every path
+    // where it lies on the heap. `unknown` for a record not made by make().
+    enum class NameKind : std::uint8_t { unknown, printableAscii, other };
+    NameKind nameKind = NameKind::unknown;
+    // Names the file's data has; above one, moving this name alone frees no space. (These three
     // fit in the padding after the category.)
     std::uint32_t linkCount = 1;
+    // The name's first bytes, zero after its end; set with `nameKind` and only valid with it.
+    std::array<char, 16> nameHead{};
 
+    // The path must not change afterwards: the name's kind and head are taken from it here.
     static FileItem make(QByteArray path, qint64 size, qint64 modifiedMSecs, ScanCategory category,
                          std::uint32_t linkCount = 1);
 

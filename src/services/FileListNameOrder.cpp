@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <utility>
 
 namespace ravelinth {
@@ -22,10 +24,10 @@ constexpr qsizetype tableNamesUpTo = 256;
 // sixteen bytes of either, which settles most comparisons without reading the name or the key,
 // but it orders only names of one kind.
 struct NameEntry {
-    std::uint64_t high = 0;
-    std::uint64_t low = 0;
-    int index = 0;
-    int key = -1; // its number in the library's keys; -1 for a name the table orders
+    std::uint64_t high;
+    std::uint64_t low;
+    int index;
+    int key; // its number in the library's keys; -1 for a name the table orders
 };
 
 class NameComparison {
@@ -72,33 +74,37 @@ private:
 // (a pass whose digit every entry shares is skipped), then sorts each run of equal prefixes with
 // `before`. Names in one folder tree share their first letters ("build_", "backup-"), so buckets
 // by the first two leave long comparison sorts; the radix passes cost the same whatever the
-// names. `entries` must hold names of one kind, for which the prefix orders.
-template <typename Before> void sortByPrefix(std::vector<NameEntry> &entries, Before before) {
+// names. `entries` must hold names of one kind, for which the prefix orders; `scratch` is as long.
+template <typename Before>
+void sortByPrefix(std::span<NameEntry> entries, std::span<NameEntry> scratch, Before before) {
     constexpr size_t worthIt = 4096;
     if (entries.size() < worthIt) {
         std::sort(entries.begin(), entries.end(), before);
         return;
     }
     constexpr int digits = 8;
-    std::vector<NameEntry> scratch(entries.size());
     std::vector<std::uint32_t> starts(size_t(1) << 16);
+    NameEntry *from = entries.data();
+    NameEntry *to = scratch.data();
     for (int digit = 0; digit < digits; ++digit) {
         const auto digitOf = [digit](const NameEntry &entry) {
             const std::uint64_t word = digit < digits / 2 ? entry.low : entry.high;
             return size_t(word >> (16 * (digit % (digits / 2))) & 0xffff);
         };
         std::fill(starts.begin(), starts.end(), 0);
-        for (const NameEntry &entry : entries)
+        for (const NameEntry &entry : std::span(from, entries.size()))
             ++starts[digitOf(entry)];
-        if (starts[digitOf(entries.front())] == entries.size())
+        if (starts[digitOf(*from)] == entries.size())
             continue;
         std::uint32_t sum = 0;
         for (std::uint32_t &start : starts)
             sum += std::exchange(start, sum);
-        for (const NameEntry &entry : entries)
-            scratch[starts[digitOf(entry)]++] = entry;
-        entries.swap(scratch);
+        for (const NameEntry &entry : std::span(from, entries.size()))
+            to[starts[digitOf(entry)]++] = entry;
+        std::swap(from, to);
     }
+    if (from != entries.data())
+        std::copy_n(from, entries.size(), entries.data());
     const auto samePrefix = [](const NameEntry &a, const NameEntry &b) {
         return a.high == b.high && a.low == b.low;
     };
@@ -112,15 +118,32 @@ template <typename Before> void sortByPrefix(std::vector<NameEntry> &entries, Be
     }
 }
 
-// Both halves sorted, each on a core of its own, then merged.
+// Entries in memory of their own, left unset until written: fresh pages cost a fault each, and
+// the two halves' sorts take those faults on two cores instead of one thread zeroing them first.
+class NameEntries {
+public:
+    explicit NameEntries(size_t size)
+        : m_entries(std::make_unique_for_overwrite<NameEntry[]>(size)), m_size(size) {}
+    std::span<NameEntry> span() const { return {m_entries.get(), m_size}; }
+
+private:
+    std::unique_ptr<NameEntry[]> m_entries;
+    size_t m_size;
+};
+
+// Both halves sorted, each on a core of its own, then merged into the memory the radix passes
+// used: a million entries are tens of megabytes, and a third buffer of them costs its faults.
 template <typename Before>
-std::vector<NameEntry> sortHalves(std::array<std::vector<NameEntry>, 2> &halves, Before before) {
-    inTwoHalves(
-        qsizetype(halves[0].size() + halves[1].size()), parallelFrom,
-        [&](int part, qsizetype, qsizetype) { sortByPrefix(halves[size_t(part)], before); });
-    std::vector<NameEntry> merged(halves[0].size() + halves[1].size());
+NameEntries sortHalves(std::array<std::vector<NameEntry>, 2> &halves, Before before) {
+    NameEntries merged(halves[0].size() + halves[1].size());
+    const std::span<NameEntry> scratch = merged.span();
+    inTwoHalves(qsizetype(scratch.size()), parallelFrom, [&](int part, qsizetype, qsizetype) {
+        std::vector<NameEntry> &half = halves[size_t(part)];
+        sortByPrefix(std::span(half),
+                     scratch.subspan(part == 0 ? 0 : halves[0].size(), half.size()), before);
+    });
     std::merge(halves[0].begin(), halves[0].end(), halves[1].begin(), halves[1].end(),
-               merged.begin(), before);
+               scratch.begin(), before);
     halves = {};
     return merged;
 }
@@ -128,20 +151,18 @@ std::vector<NameEntry> sortHalves(std::array<std::vector<NameEntry>, 2> &halves,
 // Puts the few `others` into the sorted `sorted` by binary search: each comparison between the
 // two kinds costs a library key, so this is for a handful, not for half the list.
 template <typename Before>
-std::vector<NameEntry> insertSorted(std::vector<NameEntry> sorted,
-                                    const std::vector<NameEntry> &others, Before before) {
-    if (others.empty())
-        return sorted;
+std::vector<NameEntry> insertSorted(std::span<const NameEntry> sorted,
+                                    std::span<const NameEntry> others, Before before) {
     std::vector<NameEntry> all;
     all.reserve(sorted.size() + others.size());
-    auto from = sorted.cbegin();
+    auto from = sorted.begin();
     for (const NameEntry &other : others) {
-        const auto at = std::lower_bound(from, sorted.cend(), other, before);
+        const auto at = std::lower_bound(from, sorted.end(), other, before);
         all.insert(all.end(), from, at);
         all.push_back(other);
         from = at;
     }
-    all.insert(all.end(), from, sorted.cend());
+    all.insert(all.end(), from, sorted.end());
     return all;
 }
 
@@ -160,17 +181,18 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
             NameSortKeys &keys = parts[size_t(part)];
             tabled.reserve(size_t(end - begin));
             for (qsizetype i = begin; i < end; ++i) {
-                // The paths lie all over the heap, and reading them is most of the time taken
-                // here: the next few are asked for early. A name is the end of its path, which
-                // often begins a cache line before it, so it is the end that is asked for.
-                if (i + 16 < end) {
-                    const QByteArray &ahead = files[i + 16].path;
-                    const qsizetype last = std::max<qsizetype>(0, ahead.size() - 1);
-                    __builtin_prefetch(ahead.constData() + last);
-                    __builtin_prefetch(ahead.constData() + std::max<qsizetype>(0, last - 32));
+                const FileItem &file = files[i];
+                if (table && file.nameKind == FileItem::NameKind::printableAscii) {
+                    const QByteArrayView head(file.nameHead.data(),
+                                              qstrnlen(file.nameHead.data(), file.nameHead.size()));
+                    const auto [high, low] = table->prefix(head);
+                    tabled.push_back({high, low, int(i), -1});
+                    continue;
                 }
-                const QByteArrayView name = files[i].name();
-                if (table && name.size() <= tableNamesUpTo && AsciiCollation::isPrintable(name)) {
+                // The rest is read from the path, which lies somewhere on the heap.
+                const QByteArrayView name = file.name();
+                if (table && file.nameKind == FileItem::NameKind::unknown &&
+                    name.size() <= tableNamesUpTo && AsciiCollation::isPrintable(name)) {
                     const auto [high, low] = table->prefix(name);
                     tabled.push_back({high, low, int(i), -1});
                 } else {
@@ -209,8 +231,13 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
         const int order = compare(a, b);
         return order != 0 ? order < 0 : a.index < b.index;
     };
-    const std::vector<NameEntry> sorted =
-        insertSorted(sortHalves(tableNames, before), sortHalves(libraryNames, before), before);
+    const NameEntries tableSorted = sortHalves(tableNames, before);
+    const NameEntries librarySorted = sortHalves(libraryNames, before);
+    std::vector<NameEntry> both;
+    if (!librarySorted.span().empty())
+        both = insertSorted(tableSorted.span(), librarySorted.span(), before);
+    const std::span<const NameEntry> sorted =
+        librarySorted.span().empty() ? tableSorted.span() : std::span<const NameEntry>(both);
 
     std::vector<int> order(sorted.size());
     QList<int> ranks(files.size());

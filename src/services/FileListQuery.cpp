@@ -110,13 +110,16 @@ FileListOrders computeFileListOrders(const QList<FileItem> &files) {
     for (qsizetype i = 1; i < files.size() && sorted; ++i)
         sorted = !bySizeDescending(i, i - 1);
     if (sorted) {
-        orders.bySize.resize(size_t(files.size()));
-        for (size_t i = 0; i < orders.bySize.size(); ++i)
-            orders.bySize[i] = int(i);
+        std::vector<int> identity(size_t(files.size()));
+        for (size_t i = 0; i < identity.size(); ++i)
+            identity[i] = int(i);
+        orders.bySize = std::make_shared<const std::vector<int>>(std::move(identity));
     } else {
-        orders.bySize = orderBy<qint64>(files.size(), [&](int i) { return -files[i].size; });
+        orders.bySize = std::make_shared<const std::vector<int>>(
+            orderBy<qint64>(files.size(), [&](int i) { return -files[i].size; }));
     }
-    orders.byDate = orderBy<qint64>(files.size(), [&](int i) { return files[i].modifiedMSecs; });
+    orders.byDate = std::make_shared<const std::vector<int>>(
+        orderBy<qint64>(files.size(), [&](int i) { return files[i].modifiedMSecs; }));
     return orders;
 }
 
@@ -144,7 +147,7 @@ QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &quer
     switch (query.sortOption) {
     case SortOption::sizeDescending:
     case SortOption::sizeAscending:
-        return pick(orders.bySize, query.sortOption == SortOption::sizeAscending, size, isKept);
+        return pick(*orders.bySize, query.sortOption == SortOption::sizeAscending, size, isKept);
     case SortOption::nameAscending:
     case SortOption::nameDescending: {
         if (orders.nameRanks.size() != files.size()) {
@@ -157,7 +160,7 @@ QList<int> queryFileList(const QList<FileItem> &files, const FileListQuery &quer
     }
     case SortOption::dateNewest:
     case SortOption::dateOldest:
-        return pick(orders.byDate, query.sortOption == SortOption::dateNewest, date, isKept);
+        return pick(*orders.byDate, query.sortOption == SortOption::dateNewest, date, isKept);
     }
     return {};
 }

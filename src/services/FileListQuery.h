@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -21,8 +22,10 @@ struct FileListQuery {
 // The whole list in each kind of order, worked out once per list: a query then only filters,
 // walking the order it needs, which costs one pass whatever the order.
 struct FileListOrders {
-    std::vector<int> bySize; // largest first, ties in list order
-    std::vector<int> byDate; // oldest first, ties in list order
+    // Largest first and oldest first, ties in list order. Never changed once made, so the orders
+    // with names share them with the orders made before the names instead of copying them.
+    std::shared_ptr<const std::vector<int>> bySize = std::make_shared<const std::vector<int>>();
+    std::shared_ptr<const std::vector<int>> byDate = std::make_shared<const std::vector<int>>();
     // Names in the locale's collation order, ties in list order, and each file's place in it
     // (names that collate equal share a rank). Empty until worked out: the collation is slow.
     std::vector<int> byName;

@@ -115,7 +115,11 @@ private slots:
                 for (int length = 1 + int(random() % 4); length > 0; --length)
                     name += alphabet[random() % (sizeof alphabet - 1)];
             }
-            files.append(FileItem::make("/t/" + name, qint64(6000 - i), 0, ScanCategory::other));
+            FileItem file = FileItem::make("/t/" + name, qint64(6000 - i), 0, ScanCategory::other);
+            // Records not made by make() have their names read from the path.
+            if (i % 7 == 0)
+                file.nameKind = FileItem::NameKind::unknown;
+            files.append(file);
         }
         for (const char *locale : {"en_US", "C", "sv_SE"}) {
             QLocale::setDefault(QLocale(QString::fromLatin1(locale)));

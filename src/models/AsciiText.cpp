@@ -64,4 +64,12 @@ bool isAsciiText(QByteArrayView bytes) {
     return (high & 0x8080808080808080ULL) == 0;
 }
 
+bool isPrintableAscii(QByteArrayView bytes) {
+    for (char c : bytes) {
+        if (c < ' ' || c > '~')
+            return false;
+    }
+    return true;
+}
+
 } // namespace ravelinth

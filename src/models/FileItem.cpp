@@ -1,5 +1,6 @@
 #include "models/FileItem.h"
 
+#include "models/AsciiText.h"
 #include "models/FastUuid.h"
 #include "models/FolderIndicators.h"
 
@@ -19,10 +20,8 @@ FileItem FileItem::make(QByteArray path, qint64 size, qint64 modifiedMSecs, Scan
     const QByteArrayView name = item.name();
     // A name longer than the system allows is not one a walk meets; it is left to the slow path.
     constexpr qsizetype longestName = 255;
-    bool printable = name.size() <= longestName;
-    for (qsizetype i = 0; printable && i < name.size(); ++i)
-        printable = name[i] >= ' ' && name[i] <= '~';
-    item.nameKind = printable ? NameKind::printableAscii : NameKind::other;
+    item.nameKind = name.size() <= longestName && isPrintableAscii(name) ? NameKind::printableAscii
+                                                                         : NameKind::other;
     std::copy_n(name.begin(), std::min<qsizetype>(name.size(), qsizetype(item.nameHead.size())),
                 item.nameHead.begin());
     return item;

@@ -47,14 +47,6 @@ std::shared_ptr<const AsciiCollation> AsciiCollation::forLocale(const QLocale &l
     return found->second;
 }
 
-bool AsciiCollation::isPrintable(QByteArrayView name) {
-    for (char c : name) {
-        if (c < first || c > '~')
-            return false;
-    }
-    return true;
-}
-
 AsciiCollation::AsciiCollation(const QLocale &locale) {
     const QCollator collator = collatorFor(locale);
     const auto text = [](char c) { return QString(QChar(char16_t(c))); };

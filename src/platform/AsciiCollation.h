@@ -29,9 +29,6 @@ public:
     // Null where the locale's order is not per character. Made once per locale and shared.
     static std::shared_ptr<const AsciiCollation> forLocale(const QLocale &locale);
 
-    // True when every byte is a printable ASCII character (space to tilde).
-    static bool isPrintable(QByteArrayView name);
-
     // The letters' ranks of the first sixteen characters, zero after the end, as big-endian
     // integers: a name whose prefix is smaller comes first; equal prefixes settle nothing.
     std::pair<std::uint64_t, std::uint64_t> prefix(QByteArrayView name) const;

@@ -1,3 +1,4 @@
+#include "models/AsciiText.h"
 #include "platform/AsciiCollation.h"
 #include "platform/NameSortKeys.h"
 #include "services/FileListQuery.h"
@@ -182,22 +183,23 @@ void addNameOrder(FileListOrders &orders, const QList<FileItem> &files) {
             tabled.reserve(size_t(end - begin));
             for (qsizetype i = begin; i < end; ++i) {
                 const FileItem &file = files[i];
-                if (table && file.nameKind == FileItem::NameKind::printableAscii) {
-                    const QByteArrayView head(file.nameHead.data(),
-                                              qstrnlen(file.nameHead.data(), file.nameHead.size()));
-                    const auto [high, low] = table->prefix(head);
-                    tabled.push_back({high, low, int(i), -1});
-                    continue;
-                }
-                // The rest is read from the path, which lies somewhere on the heap.
-                const QByteArrayView name = file.name();
-                if (table && file.nameKind == FileItem::NameKind::unknown &&
-                    name.size() <= tableNamesUpTo && AsciiCollation::isPrintable(name)) {
-                    const auto [high, low] = table->prefix(name);
+                // A file made by make() knows its name's kind and first bytes; only the others
+                // and the names the library orders are read from the path, wherever it lies.
+                const bool known = file.nameKind != FileItem::NameKind::unknown;
+                // The whole name, or its first bytes: enough for the prefix.
+                const QByteArrayView nameStart =
+                    known ? QByteArrayView(file.nameHead.data(),
+                                           qstrnlen(file.nameHead.data(), file.nameHead.size()))
+                          : file.name();
+                const bool printable =
+                    known ? file.nameKind == FileItem::NameKind::printableAscii
+                          : nameStart.size() <= tableNamesUpTo && isPrintableAscii(nameStart);
+                if (table && printable) {
+                    const auto [high, low] = table->prefix(nameStart);
                     tabled.push_back({high, low, int(i), -1});
                 } else {
                     keyed.push_back({0, 0, int(i), int(keys.size())});
-                    keys.appendUtf8(name);
+                    keys.appendUtf8(file.name());
                 }
             }
         });

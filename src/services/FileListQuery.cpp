@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 namespace ravelinth {
 
@@ -111,8 +112,7 @@ FileListOrders computeFileListOrders(const QList<FileItem> &files) {
         sorted = !bySizeDescending(i, i - 1);
     if (sorted) {
         std::vector<int> identity(size_t(files.size()));
-        for (size_t i = 0; i < identity.size(); ++i)
-            identity[i] = int(i);
+        std::iota(identity.begin(), identity.end(), 0);
         orders.bySize = std::make_shared<const std::vector<int>>(std::move(identity));
     } else {
         orders.bySize = std::make_shared<const std::vector<int>>(

@@ -26,15 +26,6 @@ void makeParents(const QByteArray &path) {
 
 namespace {
 
-// Trees must not live under a folder whose path reads as a cache ("/tmp", "cache", ...), or every
-// file in them would be classed as cache; nor on tmpfs or under /dev, where the Trash refuses to
-// go and every path counts as protected. The build folder comes first, but a checkout may sit
-// below /tmp; then a folder on the system disk that every user can reach (the unprivileged-user
-// cases need that) stands in, and only without root the home folder or /dev/shm.
-} // namespace
-
-namespace {
-
 // Every folder on the way can be entered by any user: a checkout inside a private home or a
 // mode-700 temporary folder is not.
 bool everyoneCanEnter(const QString &folder) {
@@ -48,6 +39,11 @@ bool everyoneCanEnter(const QString &folder) {
 
 } // namespace
 
+// Trees must not live under a folder whose path reads as a cache ("/tmp", "cache", ...), or every
+// file in them would be classed as cache; nor on tmpfs or under /dev, where the Trash refuses to
+// go and every path counts as protected. After RAVELINTH_TEST_ROOT, a folder on the system disk
+// that every user can reach (the unprivileged-user cases need that), and only without root the
+// home folder or /dev/shm.
 QString treeBase(TreeReach reach) {
     QStringList candidates{qEnvironmentVariable("RAVELINTH_TEST_ROOT"),
                            u"/var/lib/ravelinth-test-trees"_qs,
@@ -67,9 +63,22 @@ QString treeBase(TreeReach reach) {
     qFatal("no folder for test trees outside a cache-like path; set RAVELINTH_TEST_ROOT");
 }
 
-TestTree::TestTree(TreeReach reach) : m_dir(treeBase(reach) + u"/ravelinth-tree-XXXXXX"_qs) {
-    QVERIFY2(m_dir.isValid(), "cannot make a temporary directory");
-    m_root = QFile::encodeName(m_dir.path());
+namespace {
+
+// The random part of the name can itself read as a cache folder ("…-aTmpQ1", "…-xTemp9"), which
+// would class every file below it as cache: draw again until it does not.
+void makeFolderNotNamedLikeACache(std::optional<QTemporaryDir> &dir, const QString &pattern) {
+    do {
+        dir.emplace(pattern);
+        QVERIFY2(dir->isValid(), "cannot make a temporary directory");
+    } while (ScanCategory::isInCacheDirectory(dir->path() + u"/file"_qs));
+}
+
+} // namespace
+
+TestTree::TestTree(TreeReach reach) {
+    makeFolderNotNamedLikeACache(m_dir, treeBase(reach) + u"/ravelinth-tree-XXXXXX"_qs);
+    m_root = QFile::encodeName(m_dir->path());
 }
 
 TestTree::~TestTree() {
@@ -164,8 +173,9 @@ void TestTree::deepChain(QByteArrayView relative, int depth, QByteArrayView link
 
 // The environment lives beside the trees, on the same file system, so that the home Trash is
 // the one that receives their files.
-ScopedTestEnvironment::ScopedTestEnvironment() : m_dir(treeBase() + u"/ravelinth-home-XXXXXX"_qs) {
-    m_home = QFile::encodeName(m_dir.path());
+ScopedTestEnvironment::ScopedTestEnvironment() {
+    makeFolderNotNamedLikeACache(m_dir, treeBase() + u"/ravelinth-home-XXXXXX"_qs);
+    m_home = QFile::encodeName(m_dir->path());
     const QList<QPair<const char *, QByteArray>> values{
         {"HOME", m_home},
         {"XDG_DATA_HOME", m_home + "/.local/share"},

@@ -43,7 +43,7 @@ public:
                    qint64 leafSize);
 
 private:
-    QTemporaryDir m_dir;
+    std::optional<QTemporaryDir> m_dir;
     QByteArray m_root;
 };
 
@@ -61,7 +61,7 @@ public:
     QByteArray configHome() const { return m_home + "/.config"; }
 
 private:
-    QTemporaryDir m_dir;
+    std::optional<QTemporaryDir> m_dir;
     QByteArray m_home;
     QList<QPair<QByteArray, std::optional<QByteArray>>> m_saved;
 };

@@ -5,9 +5,8 @@ import RavelinthTest
 
 // A test case over the whole main window: makes it, finds its parts (popups and dialogs too)
 // and puts the shared root back after each test.
-TestCase {
+ViewTestCase {
     id: testCase
-    when: windowShown
 
     // Every notification a command posts.
     readonly property SignalSpy posted: SignalSpy {
@@ -35,27 +34,24 @@ TestCase {
         return null
     }
 
-    readonly property var vm: RavelinthViewModel
-
     readonly property Component mainComponent: Component {
         Main {}
     }
-    RootReset {
-        id: rootReset
-    }
-    function initTestCase() {
-        rootReset.reset(testCase)
-    }
-    function cleanup() {
-        rootReset.reset(testCase)
+    readonly property Component settingsWindowComponent: Component {
+        SettingsWindow {}
     }
 
-    // The window's parts, by name.
+    // The window's parts, by name; `part` fails the test when there is none.
     function content(window) {
         return findChild(window.contentItem, "content")
     }
     function scannerPart(window, name) {
         return findChild(findChild(window.contentItem, "scannerView"), name)
+    }
+    function part(window, name) {
+        const found = findChild(window.contentItem.parent, name)
+        verify(found, "no " + name)
+        return found
     }
 
     function openWindow() {
@@ -66,5 +62,22 @@ TestCase {
         tryVerify(() => window.active, 5000)
         waitForRendering(window.contentItem)
         return window
+    }
+
+    // The settings window as the root's request opens it, over `owner` when one is given.
+    function openSettings(owner) {
+        const window = createTemporaryObject(settingsWindowComponent, null,
+                                             owner ? { transientParent: owner } : {})
+        vm.showSettings = true
+        window.show()
+        window.requestActivate()
+        tryVerify(() => window.active, 5000)
+        tryVerify(() => settingsView(window) !== null)
+        waitForRendering(window.contentItem)
+        return window
+    }
+    function settingsView(window) {
+        const loader = findChild(window.contentItem, "settingsLoader")
+        return loader ? loader.item : null
     }
 }

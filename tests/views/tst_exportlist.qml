@@ -10,8 +10,6 @@ WindowTestCase {
     id: testCase
     name: "ExportList"
 
-    readonly property int mib: 1024 * 1024
-
     SignalSpy {
         id: exportedSpy
         target: RavelinthViewModel.operations
@@ -34,10 +32,7 @@ WindowTestCase {
         verify(item)
         verify(!item.enabled)
 
-        vm.scan.minFileSizeMB = 1
-        vm.scan.path = TestFiles.sparseTree({ "movie.mkv": 30 * mib, "notes.pdf": 10 * mib })
-        vm.scan.start()
-        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed && vm.fileList.count === 2, 20000)
+        scanPath(TestFiles.sparseTree({ "movie.mkv": 30 * mib, "notes.pdf": 10 * mib }), 2)
         verify(item.enabled)
 
         posted.clear()

@@ -5,28 +5,11 @@ import RavelinthTest
 
 // Every control the Tab key reaches shows that it has the focus: walking the whole main window
 // and the settings window by Tab, each stop draws an outline (a border of at least 2).
-TestCase {
+WindowTestCase {
     id: testCase
     name: "FocusRings"
-    when: windowShown
 
-    readonly property var vm: RavelinthViewModel
-    Component {
-        id: mainComponent
-        Main {}
-    }
-    Component {
-        id: settingsWindowComponent
-        SettingsWindow {}
-    }
-    RootReset {
-        id: rootReset
-    }
-    function cleanup() {
-        rootReset.reset(testCase)
-    }
-
-        // An outline drawn by the item, its background or a child of it.
+    // An outline drawn by the item, its background or a child of it.
     function outlined(item, depth) {
         if (!item || !item.visible)
             return false
@@ -69,15 +52,8 @@ TestCase {
 
     function test_everyStopInTheMainWindowShowsFocus() {
         // Files listed, so the list's toolbar, the table and the sidebar's category rows count too.
-        vm.scan.path = TestFiles.sparseTree({ "a.iso": 300 * 1048576, "b.pdf": 200 * 1048576 })
-        vm.scan.minFileSizeMB = 1
-        vm.scan.start()
-        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed && vm.fileList.count === 2, 10000)
-        const window = createTemporaryObject(mainComponent, null)
-        findChild(window.contentItem, "content").showOnboarding = false
-        window.requestActivate()
-        tryVerify(() => window.active, 5000)
-        waitForRendering(window.contentItem)
+        const window = openWindow()
+        scanPath(TestFiles.sparseTree({ "a.iso": 300 * mib, "b.pdf": 200 * mib }), 2)
         const stops = walk(window, findChild(window.header, "toolbarScanButton"))
         verify(stops.length >= 15, stops.join(", "))
         for (const name of ["fileTable", "sortPicker", "hiddenFilesBox", "allFilesRow"])
@@ -85,13 +61,8 @@ TestCase {
     }
 
     function test_everyStopInTheSettingsWindowShowsFocus() {
-        const window = createTemporaryObject(settingsWindowComponent, null)
-        window.show()
-        window.requestActivate()
-        tryVerify(() => window.active, 5000)
-        const loader = findChild(window.contentItem, "settingsLoader")
-        tryVerify(() => loader.item !== null)
-        const stops = walk(window, findChild(loader.item, "generalTab"))
+        const window = openSettings()
+        const stops = walk(window, findChild(settingsView(window), "generalTab"))
         compare(stops.length, 4 + 1 + 6, stops.join(", "))
     }
 }

@@ -6,21 +6,12 @@ import RavelinthTest
 // Badges read at 4.5:1 (WCAG AA for normal text) in every state they are drawn in: the sidebar's
 // count capsules selected or not, and the table's category and status pills on plain and selected
 // rows. The colours are read from the drawn items, never asked of the rule that chose them.
-TestCase {
+ViewTestCase {
     id: testCase
     name: "Legibility"
-    when: windowShown
     visible: true
     width: 1000
     height: 600
-
-    readonly property var vm: RavelinthViewModel
-    RootReset {
-        id: rootReset
-    }
-    function cleanup() {
-        rootReset.reset(testCase)
-    }
 
     // The WCAG 2 relative luminance and contrast ratio, written out here on purpose.
     function channel(v) {
@@ -137,11 +128,8 @@ TestCase {
 
     // In the real table: the selected row's pills switch to their selected look.
     function test_selectedRowKeepsItsBadges() {
-        vm.scan.path = TestFiles.sparseTree({ "report.pdf": 300 * 1048576, "clip.mov": 200 * 1048576 })
-        vm.scan.minFileSizeMB = 1
         const view = createTemporaryObject(listComponent, testCase)
-        vm.scan.start()
-        tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 10000)
+        scanPath(TestFiles.sparseTree({ "report.pdf": 300 * mib, "clip.mov": 200 * mib }), 2)
         const table = findChild(view, "fileTable")
         tryVerify(() => table.itemAtCell(3, 0) !== null)
         mouseClick(table.itemAtCell(1, 0))

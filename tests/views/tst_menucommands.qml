@@ -9,8 +9,6 @@ WindowTestCase {
     id: testCase
     name: "Commands"
 
-    readonly property int mib: 1024 * 1024
-
     function scanTree(window) {
         vm.scan.minFileSizeMB = 1
         vm.scan.path = TestFiles.sparseTree({ "movie.mkv": 30 * mib, "photo.png": 20 * mib,

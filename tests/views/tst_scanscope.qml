@@ -5,43 +5,27 @@ import RavelinthTest
 
 // What scans leave out, set in the settings; what a scan could not cover, told under the scanner;
 // and data with several names, counted once and marked in the list.
-TestCase {
+ViewTestCase {
     id: testCase
     name: "ScanScope"
-    when: windowShown
     visible: true
     width: 1000
     height: 480
 
     Component {
         id: settingsComponent
-        Rectangle {
+        SettingsView {
             width: 480
             height: 430
-            color: Theme.windowBackground
-            SettingsView {
-                objectName: "settingsView"
-                anchors.fill: parent
-            }
         }
     }
     Component {
         id: scannerComponent
-        Rectangle {
-            width: 1000
-            height: 480
-            color: Theme.windowBackground
-            ScannerView {
-                objectName: "scannerView"
-                x: 16
-                y: 16
-                width: 968
-            }
+        ScannerView {
+            x: 16
+            y: 16
+            width: 968
         }
-    }
-    Component {
-        id: folderComponent
-        TestFolder {}
     }
     Component {
         id: listComponent
@@ -51,10 +35,7 @@ TestCase {
         }
     }
 
-    readonly property Preferences preferences: RavelinthViewModel.preferences
-    RootReset {
-        id: rootReset
-    }
+    readonly property Preferences preferences: vm.preferences
     function clearExclusions() {
         while (preferences.excludedFolders.length > 0)
             preferences.removeExcludedFolder(0)
@@ -66,7 +47,7 @@ TestCase {
     }
     function cleanup() {
         clearExclusions()
-        rootReset.reset(testCase)
+        resetRoot()
     }
 
     // The text as pasted, then Return as typed: the test keyboard knows no "*" or "~".
@@ -79,7 +60,7 @@ TestCase {
     function test_settingsAddAndRemoveFoldersAndPatterns() {
         const page = createTemporaryObject(settingsComponent, testCase)
         mouseClick(findChild(page, "exclusionsTab"))
-        compare(findChild(page, "settingsView").currentTab, 1)
+        compare(page.currentTab, 1)
         const folderRow = findChild(page, "folderRow")
         const patternRow = findChild(page, "patternRow")
 
@@ -103,8 +84,6 @@ TestCase {
         verify(preferences.excludedFolders[1].endsWith("/Videos"))
         verify(preferences.excludedFolders[1].startsWith("/"))
         compare(preferences.excludedPatterns.length, 2)
-        wait(200)
-        grabImage(page).save("settings-exclusions.png")
 
         const remove = findChild(page, "remove_*.vmdk")
         verify(remove)
@@ -129,8 +108,7 @@ TestCase {
     }
 
     function test_whatAScanCouldNotCoverIsToldAndListed() {
-        const folder = createTemporaryObject(folderComponent, testCase)
-        folder.file("big.bin", 3e6)
+        const folder = makeFolder([{ path: "big.bin", size: 3e6 }])
         verify(folder.mirror("again"))
         preferences.addExclusion("*.skip")
         folder.file("left-out.skip", 3e6)
@@ -147,16 +125,12 @@ TestCase {
         const button = findChild(gaps, "skippedMountsButton")
         compare(button.Accessible.name, "1 drive was not entered")
         verify(!findChild(gaps, "unreadableFoldersButton").visible)
-        wait(200)
-        grabImage(page).save("scanner-gaps.png")
         mouseClick(button)
         const list = findChild(gaps, "scanGapsList")
         tryCompare(list, "opened", true)
         compare(list.lines.length, 1)
         verify(list.lines[0].startsWith(folder.root + "/again ("), list.lines[0])
         verify(list.lines[0].endsWith("): already scanned through another path"), list.lines[0])
-        wait(200)
-        grabImage(testCase).save("scanner-gaps-list.png")
         keyClick(Qt.Key_Escape)
         tryCompare(list, "opened", false)
         // A new scan starts without the old scan's gaps.
@@ -166,18 +140,12 @@ TestCase {
     }
 
     function test_dataWithOtherNamesCountsOnceAndIsMarked() {
-        const folder = createTemporaryObject(folderComponent, testCase)
-        folder.file("trip/clip.mov", 4e6)
-        folder.file("again/notes.txt", 10)
+        const folder = makeFolder([{ path: "trip/clip.mov", size: 4e6 },
+                                   { path: "again/notes.txt", size: 10 }])
         verify(folder.link("trip/clip.mov", "again/clip-copy.mov"))
         folder.file("alone.iso", 2e6)
         const view = createTemporaryObject(listComponent, testCase)
-        const vm = RavelinthViewModel
-        vm.scan.minFileSizeMB = 1
-        vm.scan.path = folder.root
-        vm.scan.start()
-        tryCompare(vm.scan.state, "phase", ScanPhase.Completed, 10000)
-        compare(vm.fileList.fileCount, 3)
+        scanPath(folder.root, 3)
         // Both names are listed; their data counts once.
         compare(vm.scan.state.totalSize, 6e6)
         const table = findChild(view, "fileTable")
@@ -194,7 +162,5 @@ TestCase {
             }
         }
         compare(linked, 2)
-        wait(200)
-        grabImage(view).save("filelist-linked.png")
     }
 }

@@ -1,24 +1,21 @@
 import QtQuick
+import QtQuick.Controls
 import QtTest
 import Ravelinth
 import RavelinthTest
 
-// The main window as a user meets it: the toolbar follows the scan, the menus' titles and keys,
-// select-all takes the listed files even from a text field, the error alert, the tutorial sheet
-// and the settings window.
+// The main window as a user meets it: the tabs, the toolbar follows the scan and the selection,
+// select-all takes the listed files even from a text field, the error alert, the tutorial sheet,
+// the settings window and the folder chooser.
 WindowTestCase {
     id: testCase
     name: "Window"
 
-    function test_opensAtLeastMinimumSizeOnTheScannerTab() {
+    function test_opensOnTheScannerTabAndTheTabsSwitch() {
         const window = openWindow()
-        verify(window.width >= 1200)
-        verify(window.height >= 800)
-        compare(window.minimumWidth, 1200)
-        compare(window.minimumHeight, 800)
+        verify(window.width >= window.minimumWidth && window.height >= window.minimumHeight)
         compare(content(window).selectedTab, "scanner")
         const dashboardTab = findChild(content(window), "tab_dashboard")
-        compare(dashboardTab.title, "Dashboard")
         mouseClick(dashboardTab)
         compare(content(window).selectedTab, "dashboard")
         verify(dashboardTab.isSelected)
@@ -28,49 +25,43 @@ WindowTestCase {
 
     function test_toolbarFirstItemFollowsTheScan() {
         const window = openWindow()
-        const button = findChild(window.contentItem.parent, "toolbarScanButton")
-        compare(button.text, "Scan")
-        compare(button.symbol, "play.fill")
-        compare(String(button.tint), String(Theme.accent))
-
+        const button = part(window, "toolbarScanButton")
+        const looks = () => [button.text, button.symbol, String(button.tint)]
+        compare(looks(), ["Scan", "play.fill", String(Theme.accent)])
         vm.scan.path = "/usr"
         mouseClick(button)
         compare(vm.scan.state.phase, ScanPhase.Scanning)
-        compare(button.text, "Stop")
-        compare(button.symbol, "stop.fill")
-        compare(String(button.tint), String(Theme.red))
-
+        compare(looks(), ["Stop", "stop.fill", String(Theme.red)])
         mouseClick(button)
         compare(vm.scan.state.phase, ScanPhase.Cancelled)
-        compare(button.text, "Scan")
+        compare(looks(), ["Scan", "play.fill", String(Theme.accent)])
         tryVerify(() => vm.scan.state.phase === ScanPhase.Completed, 20000)
     }
 
-    function test_menuTitlesAndShortcuts() {
+    // Reveal and Trash act on the selection: without one they are off, and look it.
+    function test_revealAndTrashNeedASelection() {
         const window = openWindow()
-        const bar = window.menuBar
-        const menus = []
-        for (let i = 0; i < bar.count; ++i)
-            menus.push(bar.menuAt(i).title)
-        compare(menus, ["&File", "&Edit", "&Scan", "&View"])
-        function entries(menu) {
-            const list = []
-            for (let i = 0; i < menu.count; ++i) {
-                const item = menu.itemAt(i)
-                if (item && item.text !== undefined && item.text !== "")
-                    list.push(item.text + (item.shortcutText ? " " + item.shortcutText : ""))
+        scanPath(TestFiles.sparseTree({ "a.iso": 300 * mib, "b.iso": 200 * mib }), 2)
+        const buttons = [part(window, "toolbarRevealButton"), part(window, "toolbarTrashButton")]
+        const refresh = part(window, "toolbarRefreshButton")
+        const expectEnabled = (enabled, why) => {
+            for (const button of buttons) {
+                compare(button.enabled, enabled, button.text + " " + why)
+                compare(button.opacity < 1, !enabled, button.text + " looks it " + why)
             }
-            return list
+            verify(refresh.enabled && refresh.opacity === 1, "Refresh never depends on it")
         }
-        compare(entries(bar.menuAt(0)),
-                ["New Scan Ctrl+N", "Browse Folder... Ctrl+O", "Export List...", "Settings... Ctrl+,",
-                 "Quit Ctrl+Q"])
-        compare(entries(bar.menuAt(1)), ["Undo Move to Trash Ctrl+Z", "Cut Ctrl+X", "Copy Ctrl+C",
-                                         "Paste Ctrl+V", "Select All Ctrl+A"])
-        compare(entries(bar.menuAt(2)), ["Start Scan Ctrl+Return", "Stop Scan Ctrl+.", "Quick Scan"])
-        compare(entries(bar.menuAt(3)),
-                ["Show Dashboard Ctrl+1", "Show Scanner Ctrl+2", "Refresh Disk Info Ctrl+R",
-                 "Hide Sidebar Ctrl+Alt+S"])
+        expectEnabled(false, "with nothing selected")
+        // A click on the faded Trash moves nothing.
+        mouseClick(buttons[1])
+        wait(200)
+        compare(vm.fileList.fileCount, 2)
+        vm.selection.selectOnly(0)
+        expectEnabled(true, "with one file selected")
+        vm.selection.selectAll()
+        expectEnabled(true, "with every file selected")
+        vm.selection.clear()
+        expectEnabled(false, "after the selection is cleared")
     }
 
     function test_sidebarHidesAndComesBack() {
@@ -86,7 +77,7 @@ WindowTestCase {
         tryVerify(() => scanner.mapToItem(window.contentItem, 0, 0).x < besideSidebar - 150)
         compare(window.menuBar.menuAt(3).itemAt(4).text, "Show Sidebar")
 
-        mouseClick(findChild(window.contentItem.parent, "toolbarSidebarButton"))
+        mouseClick(part(window, "toolbarSidebarButton"))
         verify(sidebar.visible)
         tryVerify(() => scanner.mapToItem(window.contentItem, 0, 0).x === besideSidebar)
     }
@@ -111,43 +102,42 @@ WindowTestCase {
         compare(posted.signalArguments[0][0], "selectAllFiles")
     }
 
-    function test_errorAlert() {
+    // The alert takes the keyboard on its button and gives it back where it was; OK, Return and
+    // Escape all dismiss it, and the message goes with it.
+    function test_errorAlertTakesTheKeyboardAndGivesItBack() {
         const window = openWindow()
-        const model = vm
         const alert = findChild(content(window), "errorAlert")
+        const text = findChild(alert, "errorText")
+        const ok = findChild(alert.footer, "errorButtons").standardButton(Dialog.Ok)
         verify(!alert.visible)
-        model.errorMessage = "Directory not found: /nowhere"
+        vm.errorMessage = "Directory not found: /nowhere"
         tryCompare(alert, "opened", true)
-        compare(alert.title, "Error")
-        compare(findChild(alert, "errorText").text, "Directory not found: /nowhere")
-
+        compare([alert.title, text.text, ok.text], ["Error", "Directory not found: /nowhere", "OK"])
         // A new message while the alert is up replaces its text.
-        model.errorMessage = "Second failure"
-        compare(findChild(alert, "errorText").text, "Second failure")
-        verify(alert.visible)
-
-        const ok = alert.standardButton(0x00000400) // Dialog.Ok
-        verify(ok)
-        compare(ok.text, "OK")
+        vm.errorMessage = "Second failure"
+        compare(text.text, "Second failure")
         mouseClick(ok)
         tryCompare(alert, "visible", false)
-        compare(model.errorMessage, "")
+        compare(vm.errorMessage, "")
 
         // A failed scan reaches the user the same way.
+        const field = scannerPart(window, "pathField")
+        field.forceActiveFocus()
         vm.scan.path = "/nonexistent/ravelinth-test"
         vm.scan.start()
         tryCompare(alert, "opened", true)
-        verify(findChild(alert, "errorText").text.indexOf("/nonexistent/ravelinth-test") >= 0)
+        verify(text.text.indexOf("/nonexistent/ravelinth-test") >= 0, text.text)
+        tryVerify(() => ok.activeFocus)
         keyClick(Qt.Key_Return)
         tryCompare(alert, "visible", false)
-        compare(model.errorMessage, "")
+        compare(vm.errorMessage, "")
+        tryVerify(() => field.activeFocus, 1000, String(window.activeFocusItem))
 
-        // Escape dismisses it too, and the message goes with it.
-        model.errorMessage = "Third failure"
+        vm.errorMessage = "Third failure"
         tryCompare(alert, "opened", true)
         keyClick(Qt.Key_Escape)
         tryCompare(alert, "visible", false)
-        compare(model.errorMessage, "")
+        compare(vm.errorMessage, "")
     }
 
     function test_firstLaunchShowsTheTutorialLaterOnesDoNot() {
@@ -168,24 +158,32 @@ WindowTestCase {
         preferences.hasSeenOnboarding = seenBefore
     }
 
+    // Help shows the tutorial over a dimmed window, with the keyboard on its Next button; Escape
+    // closes it and the keyboard goes back where it was. It opens again as often as asked.
     function test_helpButtonShowsTheTutorialOverADimmedWindow() {
         const window = openWindow()
         const sheet = findChild(content(window), "onboardingSheet")
+        const field = scannerPart(window, "pathField")
         verify(!sheet.visible)
+        field.forceActiveFocus()
         mouseClick(findChild(content(window), "helpButton"))
         tryCompare(sheet, "opened", true)
-        verify(sheet.modal)
-        verify(sheet.dim)
+        verify(sheet.modal && sheet.dim)
+        const next = findChild(sheet.contentItem, "nextButton")
+        tryVerify(() => next.activeFocus, 1000, String(window.activeFocusItem))
         keyClick(Qt.Key_Escape)
         tryCompare(sheet, "visible", false)
         compare(content(window).showOnboarding, false)
-        // It opens again as often as asked.
+        tryVerify(() => field.activeFocus, 1000, String(window.activeFocusItem))
+
         mouseClick(findChild(content(window), "helpButton"))
         tryCompare(sheet, "opened", true)
         content(window).showOnboarding = false
         tryCompare(sheet, "visible", false)
     }
 
+    // The settings window follows the root's request both ways, and makes its view afresh each
+    // time it opens.
     function test_settingsWindowFollowsShowSettings() {
         const window = openWindow()
         const settings = findChild(window, "settingsWindow")
@@ -193,9 +191,11 @@ WindowTestCase {
         keyClick(Qt.Key_Comma, Qt.ControlModifier)
         compare(vm.showSettings, true)
         tryCompare(settings, "visible", true)
+        tryVerify(() => settingsView(settings) !== null)
         settings.close()
         tryCompare(settings, "visible", false)
         tryCompare(vm, "showSettings", false)
+        tryVerify(() => settingsView(settings) === null)
         vm.showSettings = true
         tryCompare(settings, "visible", true)
         vm.showSettings = false
@@ -210,8 +210,7 @@ WindowTestCase {
         tryVerify(() => chooser.visible, 5000)
         compare(chooser.title, "Select Folder to Scan")
         compare(String(chooser.currentFolder), "file:///usr/share")
-        const list = findChild(window.contentItem.parent, "folderDialogListView")
-        verify(list)
+        const list = part(window, "folderDialogListView")
         tryVerify(() => list.count > 0, 5000)
 
         // Open without picking a row chooses the folder being shown, not the first row.

@@ -25,14 +25,9 @@ TestCase {
 
     Component {
         id: dashboardComponent
-        Rectangle {
+        DashboardView {
             width: 900
             height: 1000
-            color: Theme.windowBackground
-            DashboardView {
-                objectName: "dashboard"
-                anchors.fill: parent
-            }
         }
     }
     // The dashboard's cards by name: diskCard, summaryCard, breakdownCard, savingsCard; null
@@ -53,12 +48,6 @@ TestCase {
     Component {
         id: compactComponent
         CompactDiskUsage {}
-    }
-    Component {
-        id: barComponent
-        CategoryBar {
-            width: 600
-        }
     }
 
     function scanned(files, minimumMB) {
@@ -83,7 +72,8 @@ TestCase {
         }
     }
 
-    // An empty or nonsensical disk report draws an empty green ring, never a negative one.
+    // An empty or nonsensical disk report draws an empty green ring, never a negative one; the
+    // ring settles on its value.
     function test_diskCardClampsAndColoursUsage() {
         for (const [total, used, ring, colour, badge] of [[0, 0, 0, Theme.diskGreen, "Healthy"],
                                                           [1000, -200, 0, Theme.diskGreen, "Healthy"],
@@ -95,16 +85,8 @@ TestCase {
             })
             compare([card.ring.progress, card.usageColor, card.badge.text], [ring, colour, badge],
                     "used " + used)
+            tryCompare(card.ring, "animatedProgress", ring, 3000, "used " + used)
         }
-    }
-
-    function test_categoryBarGrowsFromEmpty() {
-        const bar = createTemporaryObject(barComponent, testCase, {
-            name: "Videos", icon: "film", color: "#f43f5e", fileCount: 3, totalSize: 5e9,
-            percentage: 100
-        })
-        compare(bar.animatedWidth, 0)
-        tryVerify(() => Math.abs(bar.animatedWidth - 100) < 0.1, 5000)
     }
 
     function test_cardsFollowTheViewModel() {
@@ -160,8 +142,6 @@ TestCase {
         const savings = card(view, "savingsCard")
         compare([RavelinthViewModel.fileList.potentialSavingsFileCount, savings.fileCount], [3, 3])
         compare(savings.detailText, TextFormat.byteCount(RavelinthViewModel.fileList.potentialSavings, false) + " in 3 files marked safe to delete")
-        wait(600)
-        grabImage(view).save("dashboard.png")
     }
 
     function test_compactDiskUsageShowsFreeSpace() {

@@ -22,9 +22,6 @@ TestCase {
         }
     }
     readonly property Preferences prefs: RavelinthViewModel.preferences
-    function part(view, name) {
-        return findChild(view, name)
-    }
 
     function test_preferencesSurvivedTheRestart() {
         const file = TestFiles.settingsFileText()
@@ -32,9 +29,9 @@ TestCase {
         verify(file.indexOf("hasSeenOnboarding=true\n") >= 0, file)
         verify(prefs.hasSeenOnboarding)
         const view = createTemporaryObject(settingsComponent, testCase)
-        compare(part(view, "sizePicker").currentText, "1 GB")
-        compare([part(view, "hiddenFilesToggle").checked, part(view, "systemDirectoriesToggle").checked,
-                 part(view, "binarySizesToggle").checked, part(view, "confirmDeleteToggle").checked],
+        compare(findChild(view, "sizePicker").currentText, "1 GB")
+        compare([findChild(view, "hiddenFilesToggle").checked, findChild(view, "systemDirectoriesToggle").checked,
+                 findChild(view, "binarySizesToggle").checked, findChild(view, "confirmDeleteToggle").checked],
                 [true, false, true, false])
     }
 
@@ -43,8 +40,8 @@ TestCase {
         compare(RavelinthViewModel.scan.minFileSizeMB, 1024)
         verify(RavelinthViewModel.scan.includeHiddenFiles)
         const view = createTemporaryObject(scannerComponent, testCase)
-        compare(part(view, "minSizeField").text, "1,024")
-        verify(part(view, "hiddenFilesBox").checked)
+        compare(findChild(view, "minSizeField").text, "1,024")
+        verify(findChild(view, "hiddenFilesBox").checked)
         compare(TextFormat.byteCount(1536, TextFormat.binaryUnits), "2 KiB")
     }
 }

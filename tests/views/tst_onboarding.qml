@@ -27,6 +27,17 @@ TestCase {
         seen.hasSeenOnboarding = seenBefore
     }
 
+    // The texts that name a platform speak of this one.
+    function test_pagesNameThisPlatform() {
+        const view = createTemporaryObject(onboardingComponent, testCase)
+        const pages = findChild(view, "pageView")
+        compare([findChild(pages.itemAt(0), "description").text, view.pages[1].features[0].text,
+                 view.pages[3].features[1].text, findChild(pages.itemAt(4), "subtitle").text],
+                ["A powerful tool to find and clean up large files on your computer. Reclaim valuable disk space in minutes!",
+                 "Scan any folder on your computer", "Reveal files in File Manager to verify",
+                 "Let's clean up your computer"])
+    }
+
     function test_pagingWithBackNextAndGetStarted() {
         seen.hasSeenOnboarding = false
         const view = createTemporaryObject(onboardingComponent, testCase)

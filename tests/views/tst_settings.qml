@@ -65,26 +65,6 @@ WindowTestCase {
         tryVerify(() => !picker.popup.visible)
     }
 
-    function test_choicesAndTogglesAreStoredAtOnce() {
-        const page = createTemporaryObject(settingsComponent, testCase)
-        const sizePicker = findChild(page, "sizePicker")
-        choose(sizePicker, 6)
-        compare(sizePicker.currentText, "1 GB")
-        compare(Number(preferences.defaultMinSizeMB), 1024)
-        verify(TestFiles.settingsFileText().indexOf("defaultMinSizeMB=1024\n") >= 0,
-               TestFiles.settingsFileText())
-
-        const before = preferences.confirmBeforeDelete
-        mouseClick(findChild(page, "confirmDeleteToggle"))
-        compare(preferences.confirmBeforeDelete, !before)
-        verify(TestFiles.settingsFileText().indexOf("confirmBeforeDelete=" + !before) >= 0)
-
-        // A second view over the same store reads what the first wrote.
-        const other = createTemporaryObject(settingsComponent, testCase)
-        compare(findChild(other, "sizePicker").currentIndex, 6)
-        compare(findChild(other, "confirmDeleteToggle").checked, !before)
-    }
-
     function test_unmatchedStoredSizeShowsNoChoiceAndIsKept() {
         preferences.defaultMinSizeMB = 75.0
         const page = createTemporaryObject(settingsComponent, testCase)
@@ -109,6 +89,21 @@ WindowTestCase {
                  ["Ctrl F", "Search Files"], ["Ctrl A", "Select All"], ["Ctrl Shift A", "Deselect All"],
                  ["Ctrl Backspace", "Move to Trash"], ["Ctrl Shift G", "Reveal in File Manager"],
                  ["Space", "Quick Look"]])
+    }
+
+    function test_aboutNamesThisPlatform() {
+        const page = createTemporaryObject(settingsComponent, testCase)
+        mouseClick(findChild(page, "aboutTab"))
+        compare(page.currentTab, 3)
+        const shown = []
+        const collect = item => {
+            if (typeof item.text === "string")
+                shown.push(item.text)
+            for (let i = 0; i < item.children.length; ++i)
+                collect(item.children[i])
+        }
+        collect(page)
+        verify(shown.indexOf("A powerful disk space analyzer for Linux. Find and clean up large files, installers, and archives to free up storage space.") >= 0)
     }
 
     function test_opensOverTheMiddleOfItsWindow() {

@@ -64,6 +64,20 @@ WindowTestCase {
         expectEnabled(false, "after the selection is cleared")
     }
 
+    // Each entry shows its keys, whether its action owns them or the focused field handles them
+    // (Cut, Copy, Paste); the menus open from the keyboard by their underlined letters.
+    function test_menuTitlesAndShortcuts() {
+        const bar = openWindow().menuBar
+        const entries = menu => Array.from({ length: menu.count }, (_, i) => menu.itemAt(i))
+            .filter(item => item && item.text).map(item => item.text + (item.shortcutText ? " " + item.shortcutText : ""))
+        compare(Array.from({ length: bar.count }, (_, i) => bar.menuAt(i).title), ["&File", "&Edit", "&Scan", "&View"])
+        compare([0, 1, 2, 3].map(i => entries(bar.menuAt(i))),
+                [["New Scan Ctrl+N", "Browse Folder... Ctrl+O", "Export List...", "Settings... Ctrl+,", "Quit Ctrl+Q"],
+                 ["Undo Move to Trash Ctrl+Z", "Cut Ctrl+X", "Copy Ctrl+C", "Paste Ctrl+V", "Select All Ctrl+A"],
+                 ["Start Scan Ctrl+Return", "Stop Scan Ctrl+.", "Quick Scan"],
+                 ["Show Dashboard Ctrl+1", "Show Scanner Ctrl+2", "Refresh Disk Info Ctrl+R", "Hide Sidebar Ctrl+Alt+S"]])
+    }
+
     function test_sidebarHidesAndComesBack() {
         const window = openWindow()
         const sidebar = findChild(content(window), "sidebar")

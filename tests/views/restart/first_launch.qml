@@ -49,6 +49,10 @@ TestCase {
         for (const toggle of [findChild(view, "hiddenFilesToggle"), findChild(view, "systemDirectoriesToggle"),
                               findChild(view, "binarySizesToggle"), findChild(view, "confirmDeleteToggle")])
             mouseClick(toggle)
+        // Written at once, not only when the program ends.
+        const file = TestFiles.settingsFileText()
+        for (const line of ["defaultMinSizeMB=1024\n", "includeHiddenFiles=true\n", "confirmBeforeDelete=false\n"])
+            verify(file.indexOf(line) >= 0, line + file)
 
         const onboarding = createTemporaryObject(onboardingComponent, testCase)
         for (let i = 0; i < 5; ++i)

@@ -54,6 +54,26 @@ ViewTestCase {
         return found
     }
 
+    // The region of the window an item is in, by the names of the items around it.
+    function regionOf(item) {
+        for (let it = item; it; it = it.parent) {
+            const name = String(it.objectName)
+            if (["toolbar", "sidebar", "helpButton", "scannerView", "fileList", "dashboard"].includes(name))
+                return name
+            if (name.startsWith("tab_"))
+                return "tabs"
+        }
+        return "elsewhere"
+    }
+    // Every notification posted since the last look was this one command, with `object` if given.
+    function expectPosted(name, object) {
+        compare(posted.count, 1, name + ": " + JSON.stringify(posted.signalArguments))
+        compare(posted.signalArguments[0][0], name)
+        if (object !== undefined)
+            compare(posted.signalArguments[0][1], object)
+        posted.clear()
+    }
+
     function openWindow() {
         const window = createTemporaryObject(mainComponent, null)
         verify(window)

@@ -4,7 +4,8 @@ import Ravelinth
 import RavelinthTest
 
 // Every control the Tab key reaches shows that it has the focus: walking the whole main window
-// and the settings window by Tab, each stop draws an outline (a border of at least 2).
+// and the settings window by Tab, each stop draws an outline (a border of at least 2). In the main
+// window Tab goes through the regions in the order they read: toolbar, sidebar, header, content.
 WindowTestCase {
     id: testCase
     name: "FocusRings"
@@ -29,7 +30,7 @@ WindowTestCase {
     // Tab from the first stop round to where it started, checking each stop on the way.
     function walk(window, first) {
         first.forceActiveFocus(Qt.TabFocusReason)
-        const stops = []
+        const stops = [], regions = []
         for (let i = 0; i < 80; ++i) {
             const item = window.activeFocusItem
             verify(item !== null)
@@ -43,18 +44,27 @@ WindowTestCase {
                                     && s.border.width >= 2),
                    "no focus outline on " + name)
             stops.push(name)
+            const region = regionOf(item)
+            if (regions[regions.length - 1] !== region)
+                regions.push(region)
             keyClick(Qt.Key_Tab)
             if (window.activeFocusItem === first)
-                return stops
+                return { stops: stops, regions: regions }
         }
         fail("Tab never came back round: " + stops.join(", "))
     }
 
-    function test_everyStopInTheMainWindowShowsFocus() {
+    function test_everyStopInTheMainWindowShowsFocusInReadingOrder() {
         // Files listed, so the list's toolbar, the table and the sidebar's category rows count too.
         const window = openWindow()
         scanPath(TestFiles.sparseTree({ "a.iso": 300 * mib, "b.pdf": 200 * mib }), 2)
-        const stops = walk(window, findChild(window.header, "toolbarScanButton"))
+        const walked = walk(window, part(window, "toolbarScanButton"))
+        const heard = { tabs: "header", helpButton: "header", scannerView: "content",
+                        fileList: "content", dashboard: "content" }
+        compare(walked.regions.map(region => heard[region] || region).filter(
+                    (region, i, all) => i === 0 || all[i - 1] !== region),
+                ["toolbar", "sidebar", "header", "content"])
+        const stops = walked.stops
         verify(stops.length >= 15, stops.join(", "))
         for (const name of ["fileTable", "sortPicker", "hiddenFilesBox", "allFilesRow"])
             verify(stops.indexOf(name) >= 0, name + " is a stop: " + stops.join(", "))
@@ -62,7 +72,7 @@ WindowTestCase {
 
     function test_everyStopInTheSettingsWindowShowsFocus() {
         const window = openSettings()
-        const stops = walk(window, findChild(settingsView(window), "generalTab"))
+        const stops = walk(window, findChild(settingsView(window), "generalTab")).stops
         compare(stops.length, 4 + 1 + 6, stops.join(", "))
     }
 }

@@ -1,10 +1,13 @@
 import QtQuick
+import QtQuick.Dialogs
 import QtTest
 import Ravelinth
 import RavelinthTest
 
 // Every menu command announces itself and does what its title says; the shortcuts the Settings
-// reference lists work; Edit's Cut, Copy and Paste act on the focused text field.
+// reference lists work; Edit's Cut, Copy and Paste act on the focused text field; Export List...
+// waits for rows and asks where to save, offering CSV and JSON, and what the dialog accepts is
+// written.
 WindowTestCase {
     id: testCase
     name: "Commands"
@@ -16,14 +19,6 @@ WindowTestCase {
         keyClick(Qt.Key_Return, Qt.ControlModifier)
         tryVerify(() => vm.scan.state.phase === ScanPhase.Completed && vm.fileList.count === 3, 20000)
     }
-    function expectPosted(name, object) {
-        compare(posted.count, 1, name + ": " + JSON.stringify(posted.signalArguments))
-        compare(posted.signalArguments[0][0], name)
-        if (object !== undefined)
-            compare(posted.signalArguments[0][1], object)
-        posted.clear()
-    }
-
     function test_menuCommandsAnnounceAndAct() {
         const window = openWindow()
         posted.clear()
@@ -204,5 +199,43 @@ WindowTestCase {
         id: revealSpy
         target: AppContext.finder
         signalName: "revealCompleted"
+    }
+    SignalSpy {
+        id: exportedSpy
+        target: RavelinthViewModel.operations
+        signalName: "exported"
+    }
+
+    function test_exportListOpensTheSaveDialog() {
+        const window = openWindow()
+        const fileMenu = window.menuBar.menuAt(0)
+        const item = Array.from({ length: fileMenu.count }, (_, i) => fileMenu.itemAt(i)).find(
+                  item => item && item.text === "Export List...")
+        verify(!item.enabled)
+
+        scanPath(TestFiles.sparseTree({ "movie.mkv": 30 * mib, "notes.pdf": 10 * mib }), 2)
+        verify(item.enabled)
+
+        posted.clear()
+        item.action.trigger()
+        expectPosted("exportList")
+        const dialog = findChild(window, "exportDialog")
+        verify(dialog)
+        tryVerify(() => dialog.visible, 5000)
+        compare(dialog.fileMode, FileDialog.SaveFile)
+        compare(dialog.nameFilters, ["CSV (*.csv)", "JSON (*.json)"])
+        dialog.reject()
+        tryVerify(() => !dialog.visible, 5000)
+
+        exportedSpy.clear()
+        const folder = vm.scan.path
+        dialog.currentFolder = "file://" + folder
+        dialog.selectedFile = "file://" + folder + "/list.csv"
+        item.action.trigger()
+        tryVerify(() => dialog.visible, 5000)
+        dialog.accept()
+        exportedSpy.wait(5000)
+        compare(exportedSpy.signalArguments[0][0], folder + "/list.csv")
+        compare(exportedSpy.signalArguments[0][1], 2)
     }
 }

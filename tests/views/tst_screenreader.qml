@@ -5,7 +5,8 @@ import RavelinthTest
 
 // What a screen reader user depends on, checked in the window itself: the table's rows carry
 // their reading and take the focus on every key move, the Menu key and Shift+F10 open the row's
-// menu, Enter in the path field scans, F6 goes round the regions and the scan's end is announced.
+// menu, Enter in the path field scans, F6 goes round the regions and the scan's end is announced. Tab
+// goes round them in reading order (tst_focusrings.qml).
 // The error alert and the tutorial take the keyboard and give it back (tst_window.qml).
 WindowTestCase {
     id: testCase
@@ -103,18 +104,6 @@ WindowTestCase {
         tryVerify(() => !menu.visible)
     }
 
-    // The region of the window an item is in, by the names of the items around it.
-    function regionOf(item) {
-        for (let it = item; it; it = it.parent) {
-            const name = String(it.objectName)
-            if (["toolbar", "sidebar", "helpButton", "scannerView", "fileList", "dashboard"].includes(name))
-                return name
-            if (name.startsWith("tab_"))
-                return "tabs"
-        }
-        return "elsewhere"
-    }
-
     function test_f6GoesRoundTheRegions() {
         const window = openWindow()
         scannerPart(window, "pathField").forceActiveFocus()
@@ -148,24 +137,5 @@ WindowTestCase {
         compare(settings.currentTab, 0)
         verify(general.activeFocus)
         compare(findChild(settings, "sizePicker").Accessible.name, "Default minimum file size")
-    }
-
-    // Tab goes through the regions in the order they read: toolbar, sidebar, header, content.
-    function test_tabFollowsTheVisualOrder() {
-        const window = openWindow()
-        const first = part(window, "toolbarScanButton")
-        const heard = { tabs: "header", helpButton: "header", scannerView: "content",
-                        fileList: "content", dashboard: "content" }
-        first.forceActiveFocus(Qt.TabFocusReason)
-        const regions = []
-        for (let i = 0; i < 60; ++i) {
-            const region = heard[regionOf(window.activeFocusItem)] || regionOf(window.activeFocusItem)
-            if (regions.length === 0 || regions[regions.length - 1] !== region)
-                regions.push(region)
-            keyClick(Qt.Key_Tab)
-            if (window.activeFocusItem === first)
-                break
-        }
-        compare(regions, ["toolbar", "sidebar", "header", "content"])
     }
 }

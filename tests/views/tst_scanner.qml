@@ -4,7 +4,8 @@ import Ravelinth
 import RavelinthTest
 
 // The scan control panel as a user meets it: the button and the progress strip follow the scan,
-// the threshold menu, the preset buttons, the hidden-files switch, and the progress texts.
+// the threshold menu, the preset buttons and the progress texts. The hidden-files switch is with
+// the other switches in tst_scanscope.qml.
 ViewTestCase {
     id: testCase
     name: "ScannerView"
@@ -119,15 +120,6 @@ ViewTestCase {
         compare([model.path, model.state.phase, model.state.path],
                 [home.location.path, ScanPhase.Scanning, path])
         model.stop()
-    }
-
-    function test_hiddenFilesSwitch() {
-        const box = findChild(makeScanner(), "hiddenFilesBox")
-        verify(!model.includeHiddenFiles)
-        mouseClick(box)
-        verify(model.includeHiddenFiles)
-        model.includeHiddenFiles = false
-        verify(!box.checked)
     }
 
     function test_progressStripTexts() {

@@ -94,17 +94,20 @@ ViewTestCase {
         compare(preferences.excludedFolders.length, 1)
     }
 
-    function test_theBoundarySettingsAreStored() {
-        const page = createTemporaryObject(settingsComponent, testCase)
-        const network = findChild(page, "networkDrivesToggle")
-        const oneFileSystem = findChild(page, "oneFileSystemToggle")
-        verify(!network.checked && !oneFileSystem.checked)
-        mouseClick(network)
-        mouseClick(oneFileSystem)
-        verify(preferences.scanNetworkDrives && preferences.stayOnOneFileSystem)
-        preferences.scanNetworkDrives = false
-        preferences.stayOnOneFileSystem = false
-        verify(!network.checked && !oneFileSystem.checked)
+    // Each switch that sets what a scan covers writes its setting, and follows it when the setting
+    // changes elsewhere.
+    function test_switchesFollowTheirSettings() {
+        for (const [component, name, owner, key] of [
+                 [settingsComponent, "networkDrivesToggle", preferences, "scanNetworkDrives"],
+                 [settingsComponent, "oneFileSystemToggle", preferences, "stayOnOneFileSystem"],
+                 [scannerComponent, "hiddenFilesBox", vm.scan, "includeHiddenFiles"]]) {
+            const box = findChild(createTemporaryObject(component, testCase), name)
+            verify(!box.checked && !owner[key], name)
+            mouseClick(box)
+            verify(owner[key], name + " writes " + key)
+            owner[key] = false
+            verify(!box.checked, name + " follows " + key)
+        }
     }
 
     function test_whatAScanCouldNotCoverIsToldAndListed() {

@@ -19,6 +19,7 @@ WindowTestCase {
         keyClick(Qt.Key_Return, Qt.ControlModifier)
         tryVerify(() => vm.scan.state.phase === ScanPhase.Completed && vm.fileList.count === 3, 20000)
     }
+
     function test_menuCommandsAnnounceAndAct() {
         const window = openWindow()
         posted.clear()

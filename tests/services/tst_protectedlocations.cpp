@@ -1,12 +1,12 @@
+#include "Mount.h"
 #include "Programs.h"
-#include "TestTree.h"
+#include "TrashInspection.h"
 #include "services/ProtectedLocations.h"
 #include "services/QuickAccessLocations.h"
 #include "services/TrashService.h"
 
 #include <QtTest>
 
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,35 +27,22 @@ QByteArray identityOf(const QByteArray &path) {
            QByteArray::number(quint64(info.st_ino));
 }
 
-const QString refusal = u"Protected system location"_qs;
-
-bool exists(const QByteArray &path) {
-    struct stat info {};
-    return ::lstat(path.constData(), &info) == 0;
+// Each path is known to be protected before any goes near the Trash, which must then refuse
+// every one with the reason and leave where it leads unchanged.
+void checkRefused(const QList<QByteArray> &paths) {
+    for (const QByteArray &path : paths)
+        QVERIFY2(isProtectedLocation(path), path.constData());
+    QList<QByteArray> before;
+    for (const QByteArray &path : paths)
+        before.append(identityOf(path));
+    const QList<TrashResult> results = TrashService::moveToTrashNow(paths);
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        const auto *failure = std::get_if<TrashFailure>(&results[i]);
+        QVERIFY2(failure && failure->error.endsWith(u"' to Trash: Protected system location"_qs),
+                 paths[i].constData());
+        QCOMPARE(identityOf(paths[i]), before[i]);
+    }
 }
-
-// A bind mount, read-only, that is undone before the tree that holds it is removed, whatever
-// the test's outcome: removing the tree must never reach through it into the real folder.
-class BindMount {
-public:
-    BindMount(const QByteArray &source, const QByteArray &where)
-        : m_where(QFile::decodeName(where)) {
-        m_mounted =
-            run(u"mount"_qs, {u"--bind"_qs, u"-o"_qs, u"ro"_qs, QFile::decodeName(source), m_where})
-                .exitCode == 0;
-    }
-    ~BindMount() {
-        if (m_mounted)
-            ::umount2(QFile::encodeName(m_where).constData(), MNT_DETACH);
-    }
-    BindMount(const BindMount &) = delete;
-    BindMount &operator=(const BindMount &) = delete;
-    bool mounted() const { return m_mounted; }
-
-private:
-    QString m_where;
-    bool m_mounted = false;
-};
 
 } // namespace
 
@@ -122,20 +109,7 @@ private slots:
 
     void everySpellingOfAProtectedPlaceIsRefused() {
         TestTree tree;
-        const QList<QByteArray> paths = protectedSpellings(tree);
-        for (const QByteArray &path : paths)
-            QVERIFY2(isProtectedLocation(path), path.constData());
-        // Only once every one is known to be refused do they go near the Trash.
-        QList<QByteArray> before;
-        for (const QByteArray &path : paths)
-            before.append(identityOf(path));
-        const QList<TrashResult> results = TrashService::moveToTrashNow(paths);
-        for (qsizetype i = 0; i < paths.size(); ++i) {
-            const auto *failure = std::get_if<TrashFailure>(&results[i]);
-            QVERIFY2(failure && failure->error.endsWith(u"' to Trash: "_qs + refusal),
-                     paths[i].constData());
-            QCOMPARE(identityOf(paths[i]), before[i]);
-        }
+        checkRefused(protectedSpellings(tree));
     }
 
     // A last name of "." or ".." names a folder only through another name, and a folder part
@@ -167,22 +141,18 @@ private slots:
         QVERIFY(exists("/etc/passwd"));
     }
 
-    // The top of any mounted file system, and a system folder reached through a bind mount.
+    // The top of any mounted file system, and a system folder reached through a bind mount that
+    // is read-only, so that removing the tree can never reach through it into /etc.
     void mountPointsAndBoundSystemFoldersAreRefused() {
         if (::geteuid() != 0)
             QSKIP("mounting needs root");
         TestTree tree;
-        const QByteArray source = tree.folder("source");
-        const QByteArray bound = tree.folder("bound");
-        const QByteArray etc = tree.folder("etc-bound");
-        const BindMount boundMount(source, bound), etcMount("/etc", etc);
-        QVERIFY(boundMount.mounted() && etcMount.mounted());
-        const QList<QByteArray> paths{bound, bound + "/", etc, etc + "/hosts"};
-        for (const QByteArray &path : paths)
-            QVERIFY2(isProtectedLocation(path), path.constData());
-        const QList<TrashResult> results = TrashService::moveToTrashNow(paths);
-        for (const TrashResult &result : results)
-            QVERIFY(std::holds_alternative<TrashFailure>(result));
+        const QByteArray bound = tree.path("bound"), etc = tree.path("etc-bound");
+        const Mount boundMount(bound, Mount::Bind{tree.folder("source"), true});
+        const Mount etcMount(etc, Mount::Bind{"/etc", true});
+        QVERIFY2(boundMount.mounted(), boundMount.output());
+        QVERIFY2(etcMount.mounted(), etcMount.output());
+        checkRefused({bound, bound + "/", etc, etc + "/hosts"});
         QVERIFY(exists("/etc/hosts"));
     }
 
@@ -225,17 +195,15 @@ private slots:
         if (::geteuid() != 0)
             QSKIP("dropping to another user needs root");
         TestTree tree(TreeReach::everyone);
-        ::chmod(tree.root().constData(), 0755);
-        const QByteArray home = tree.folder("nobody-home");
-        ::chown(home.constData(), nobody, nobody);
-        ::chmod(home.constData(), 0700);
+        const User nobodyUser = unprivilegedUser(tree);
+        const QByteArray home = nobodyUser.home;
         QList<QByteArray> paths{
             "/",   "/etc/hosts", "/usr/bin/env", "/lib/x", "/boot", home, home + "/../nobody-home/",
             "/var"};
         QList<QByteArray> before;
         for (const QByteArray &path : paths)
             before.append(identityOf(path));
-        for (const User &user : {User{0, home, home}, User{nobody, home, home}}) {
+        for (const User &user : {User{0, home, home}, nobodyUser}) {
             QStringList arguments{u"trash"_qs};
             for (const QByteArray &path : paths)
                 arguments.append(QFile::decodeName(path));

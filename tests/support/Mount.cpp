@@ -22,7 +22,9 @@ Mount::Mount(const QByteArray &where, bool ext4) : m_where(QFile::decodeName(whe
 
 Mount::Mount(const QByteArray &where, const Bind &bind) : m_where(QFile::decodeName(where)) {
     QDir().mkpath(m_where);
-    m_mounted = mount({u"--bind"_qs, QFile::decodeName(bind.source), m_where});
+    m_mounted = mount(QStringList{u"--bind"_qs} +
+                      (bind.readOnly ? QStringList{u"-o"_qs, u"ro"_qs} : QStringList()) +
+                      QStringList{QFile::decodeName(bind.source), m_where});
 }
 
 Mount::~Mount() {

@@ -12,9 +12,11 @@ namespace ravelinth::test {
 class Mount {
 public:
     Mount(const QByteArray &where, bool ext4);
-    // A bind mount: `source` seen again at `where`.
+    // A bind mount: `source` seen again at `where`; read-only where a mistake could reach
+    // through it into a real system folder.
     struct Bind {
         QByteArray source;
+        bool readOnly = false;
     };
     Mount(const QByteArray &where, const Bind &bind);
     ~Mount();

@@ -10,7 +10,18 @@
 #include <QProcess>
 #include <QTest>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace ravelinth::test {
+
+User unprivilegedUser(TestTree &tree) {
+    ::chmod(tree.root().constData(), 0755);
+    const QByteArray home = tree.folder("nobody-home");
+    if (::chown(home.constData(), nobody, nobody) != 0 || ::chmod(home.constData(), 0700) != 0)
+        qFatal("cannot give %s to the unprivileged user", home.constData());
+    return {nobody, home, home + "/.local/share"};
+}
 
 QString reachableCopy(const QString &program) {
     static QHash<QString, QString> copies;

@@ -30,6 +30,11 @@ struct ProcessOutput {
     QByteArray err;
 };
 
+class TestTree;
+
+// The unprivileged user, with a private home of its own in `tree`, whose root it may enter.
+User unprivilegedUser(TestTree &tree);
+
 // A copy of `program` that every user can run: the build folder may lie inside a private
 // checkout that another user cannot enter. Made once per program and test process.
 QString reachableCopy(const QString &program);

@@ -10,19 +10,25 @@
 #include <QSet>
 #include <QtTest>
 
-#include <atomic>
 #include <fcntl.h>
-#include <filesystem>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace ravelinth;
 using namespace ravelinth::test;
 
-namespace {} // namespace
+namespace {
+
+// The exact bytes of a path the command reported: "rawPath" carries them when the name is not
+// UTF-8.
+QByteArray pathIn(const QJsonObject &entry) {
+    return entry.contains(u"rawPath")
+               ? QByteArray::fromPercentEncoding(entry[u"rawPath"].toString().toLatin1())
+               : entry[u"path"].toString().toUtf8();
+}
+
+} // namespace
 
 class HostileTreesTest : public QObject {
     Q_OBJECT
@@ -57,14 +63,8 @@ private slots:
         QCOMPARE(json.exitCode, 0);
         const QJsonArray files = QJsonDocument::fromJson(json.out)[u"files"].toArray();
         QCOMPARE(files.size(), expected.size());
-        for (qsizetype i = 0; i < files.size(); ++i) {
-            // "rawPath" carries the exact bytes when the name is not UTF-8.
-            const QJsonObject file = files[i].toObject();
-            QCOMPARE(file.contains(u"rawPath")
-                         ? QByteArray::fromPercentEncoding(file[u"rawPath"].toString().toLatin1())
-                         : file[u"path"].toString().toUtf8(),
-                     expected[i]);
-        }
+        for (qsizetype i = 0; i < files.size(); ++i)
+            QCOMPARE(pathIn(files[i].toObject()), expected[i]);
         // The table is for a terminal: one line per file, and no name may steer the terminal.
         const ProcessOutput table = runRavelinth(command);
         QCOMPARE(table.exitCode, 0);
@@ -184,7 +184,7 @@ private slots:
         if (!isRoot())
             QSKIP("dropping to another user needs root");
         TestTree tree(TreeReach::everyone);
-        ::chmod(tree.root().constData(), 0755);
+        const User user = unprivilegedUser(tree);
         const QByteArray a = tree.file("open/a.bin", 3 * MiB);
         const QByteArray b = tree.file("open/deeper/b.bin", 2 * MiB);
         const QByteArray privateFile = tree.file("private-file.bin", 4 * MiB);
@@ -202,10 +202,6 @@ private slots:
                                            {"open/deeper/closed", 0},
                                            {"\xFFlocked", 0}})
             ::chmod(tree.path(folder).constData(), mode_t(mode));
-        const QByteArray home = tree.folder("nobody-home");
-        ::chown(home.constData(), nobody, nobody);
-        ::chmod(home.constData(), 0700);
-        const User user{nobody, home, home + "/.local/share"};
 
         const ProcessOutput asNobody =
             runRavelinth({"scan", tree.root(), "--min-size-mb", "1", "--print0"}, user);
@@ -219,13 +215,8 @@ private slots:
         // unread, and so did its subfolder, which cannot be opened.
         QCOMPARE(report[u"unreadableFolders"].toInteger(), 6);
         QSet<QByteArray> unreadable;
-        for (const QJsonValue &folder : report[u"unreadablePaths"].toArray()) {
-            const QJsonObject entry = folder.toObject();
-            unreadable.insert(
-                entry.contains(u"rawPath")
-                    ? QByteArray::fromPercentEncoding(entry[u"rawPath"].toString().toLatin1())
-                    : entry[u"path"].toString().toUtf8());
-        }
+        for (const QJsonValue &folder : report[u"unreadablePaths"].toArray())
+            unreadable.insert(pathIn(folder.toObject()));
         QCOMPARE(unreadable,
                  (QSet<QByteArray>{tree.path("locked"), tree.path("list-only"),
                                    tree.path("list-only/sub"), tree.path("enter-only"),
@@ -254,16 +245,12 @@ private slots:
         if (!isRoot())
             QSKIP("dropping to another user needs root");
         TestTree tree(TreeReach::everyone);
-        ::chmod(tree.root().constData(), 0755);
+        const User user = unprivilegedUser(tree);
         for (int i = 0; i < 1003; ++i) {
             const QByteArray folder =
                 tree.folder("f" + QByteArray::number(i % 7) + "/closed" + QByteArray::number(i));
             ::chmod(folder.constData(), 0);
         }
-        const QByteArray home = tree.folder("nobody-home");
-        ::chown(home.constData(), nobody, nobody);
-        ::chmod(home.constData(), 0700);
-        const User user{nobody, home, home + "/.local/share"};
         QList<QJsonObject> reports;
         for (const QByteArray walkers : {"1", "2", "5"}) {
             qputenv("RAVELINTH_SCAN_THREADS", walkers);

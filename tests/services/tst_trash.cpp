@@ -10,8 +10,6 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-#include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -258,15 +256,12 @@ private slots:
         if (::geteuid() != 0)
             QSKIP("dropping to another user needs root");
         TestTree tree(TreeReach::everyone);
-        ::chmod(tree.root().constData(), 0755);
-        const QByteArray home = tree.folder("nobody-home");
-        const User user{nobody, home, home + "/.local/share"};
+        const User user = unprivilegedUser(tree);
         Batch batch(user);
         const QByteArray own = writeDistinct(tree, "nobody-home/mine.iso");
         const QByteArray ownOdd = writeDistinct(tree, "nobody-home/caf\xe9\n.iso");
         QDir().mkpath(QFile::decodeName(user.dataHome));
-        run(u"chown"_qs, {u"-R"_qs, u"65534:65534"_qs, QFile::decodeName(home)});
-        ::chmod(home.constData(), 0700);
+        run(u"chown"_qs, {u"-R"_qs, u"65534:65534"_qs, QFile::decodeName(user.home)});
         batch.add(own, true);
         batch.add(ownOdd, true);
         // A folder it may not write to: the file cannot leave it.

@@ -1,7 +1,7 @@
 // The walk spread over several threads must give exactly what one depth-first walk gives: the
 // same entries in the same order, and so the same scan result, ties included.
 
-#include "Programs.h"
+#include "ScanChecks.h"
 #include "TestTree.h"
 #include "platform/DirectoryWalker.h"
 #include "platform/ParallelDirectoryWalker.h"
@@ -134,9 +134,15 @@ QList<QByteArray> pathsOf(const QList<Seen> &seen) {
     return paths;
 }
 
-// Everything a scan result says, one line per file and per category.
-QByteArrayList describe(const ScanResult &result) {
-    QByteArrayList lines{QByteArray::number(result.totalSize)};
+// Everything a scan says: the counters, the progress reports, and one line per file and per
+// category.
+QByteArrayList describe(const test::Scan &scan) {
+    const ScanResult &result = *scan.outcome;
+    QByteArrayList lines{QByteArray::number(scan.filesScanned),
+                         QByteArray::number(scan.bytesScanned),
+                         QByteArray::number(result.totalSize)};
+    for (const test::Scan::Progress &report : scan.progress)
+        lines << "report at " + QByteArray::number(report.files);
     for (const FileItem &file : result.files)
         lines << file.path + ' ' + QByteArray::number(file.size) + ' ' +
                      QByteArray::number(file.modifiedMSecs) + ' ' +
@@ -149,19 +155,6 @@ QByteArrayList describe(const ScanResult &result) {
                      QByteArray::number(stats.fileCount) + ' ' +
                      QByteArray::number(stats.totalSize);
     return lines;
-}
-
-ScanResult scanWith(int walkThreads, const QByteArray &root, ScanConfiguration configuration,
-                    qint64 &filesScanned, qint64 &bytesScanned, QList<qint64> &reports) {
-    FileScannerService service(walkThreads);
-    QFuture<ScanOutcome> future = service.scan(
-        root, configuration, [&](qint64 files, qint64, const QString &) { reports.append(files); });
-    const ScanOutcome outcome = test::waitForScan(future);
-    if (!outcome)
-        qFatal("scan failed");
-    filesScanned = service.filesScanned();
-    bytesScanned = service.bytesScanned();
-    return *outcome;
 }
 
 } // namespace
@@ -220,23 +213,15 @@ private slots:
         for (const qint64 threshold : {qint64(0), qint64(2)}) {
             for (const bool hidden : {false, true}) {
                 const ScanConfiguration configuration{threshold, hidden, true, false};
-                qint64 serialFiles = 0, serialBytes = 0;
-                QList<qint64> serialReports;
-                const ScanResult serial = scanWith(1, tree.root(), configuration, serialFiles,
-                                                   serialBytes, serialReports);
-                QVERIFY2(serial.files.size() > 300, QByteArray::number(serial.files.size()));
+                const test::Scan serial = test::scan(tree.root(), configuration, 1);
+                QVERIFY2(serial.outcome->files.size() > 300,
+                         QByteArray::number(serial.outcome->files.size()));
+                // Down to the report for every hundred counted files, in order.
+                const QByteArrayList expected = describe(serial);
                 for (const int threads : {2, 3, 4}) {
-                    for (int round = 0; round < 3; ++round) {
-                        qint64 files = 0, bytes = 0;
-                        QList<qint64> reports;
-                        const ScanResult parallel =
-                            scanWith(threads, tree.root(), configuration, files, bytes, reports);
-                        QCOMPARE(describe(parallel), describe(serial));
-                        QCOMPARE(files, serialFiles);
-                        QCOMPARE(bytes, serialBytes);
-                        // A report for every hundred counted files, in order.
-                        QCOMPARE(reports, serialReports);
-                    }
+                    for (int round = 0; round < 3; ++round)
+                        QCOMPARE(describe(test::scan(tree.root(), configuration, threads)),
+                                 expected);
                 }
             }
         }

@@ -7,18 +7,41 @@
 #include <QtTest>
 
 #include <fcntl.h>
+#include <optional>
 #include <unistd.h>
 
 namespace ravelinth::test {
 
+namespace {
+
+Scan scanWith(FileScannerService &service, const QByteArray &path,
+              const ScanConfiguration &configuration) {
+    QList<Scan::Progress> progress;
+    ScanOutcome outcome = waitForScan(service.scan(
+        path, configuration, [&progress](qint64 files, qint64 bytes, const QString &at) {
+            progress.append({files, bytes, at});
+        }));
+    return {std::move(outcome), service.filesScanned(), service.bytesScanned(),
+            std::move(progress)};
+}
+
+} // namespace
+
 Scan scan(const QByteArray &path, qint64 minimum, bool hidden) {
     FileScannerService service;
-    ScanConfiguration configuration;
-    configuration.minFileSizeBytes = minimum;
-    configuration.includeHiddenFiles = hidden;
-    configuration.skipSystemDirectories = true;
-    ScanOutcome outcome = waitForScan(service.scan(path, configuration));
-    return {std::move(outcome), service.filesScanned()};
+    return scanWith(service, path, {minimum, hidden, true});
+}
+
+Scan scan(const QByteArray &path, const ScanConfiguration &configuration, int walkers) {
+    std::optional<FileScannerService> service;
+    if (walkers > 0)
+        service.emplace(walkers);
+    else
+        service.emplace();
+    Scan done = scanWith(*service, path, configuration);
+    if (!done.outcome)
+        qFatal("scan failed: %s", qPrintable(done.outcome.error().description()));
+    return done;
 }
 
 void checkResultIsConsistent(const ScanResult &result, const QByteArray &root) {

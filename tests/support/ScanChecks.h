@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QString>
 
 #include <string>
 
@@ -15,10 +16,20 @@ inline constexpr qint64 MiB = 1024 * 1024;
 struct Scan {
     ScanOutcome outcome;
     qint64 filesScanned = 0;
+    qint64 bytesScanned = 0;
+    // At each progress report: the files and bytes counted so far, and the path reached.
+    struct Progress {
+        qint64 files;
+        qint64 bytes;
+        QString path;
+    };
+    QList<Progress> progress;
 };
 
 // With the system folders skipped and links not followed.
 Scan scan(const QByteArray &path, qint64 minimum, bool hidden = true);
+// A scan that must succeed, with `walkers` walking threads (0: as many as the service chooses).
+Scan scan(const QByteArray &path, const ScanConfiguration &configuration, int walkers = 0);
 
 // Every kept file lies under the root, appears once, and they come largest first and sum to
 // the total. Reports through QtTest.

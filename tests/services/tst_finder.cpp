@@ -2,7 +2,6 @@
 #include "services/FinderService.h"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QElapsedTimer>

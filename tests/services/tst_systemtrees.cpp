@@ -1,23 +1,15 @@
-#include "HostileNames.h"
 #include "Programs.h"
 #include "ScanChecks.h"
 #include "TestTree.h"
 #include "services/FileScannerService.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QSet>
 #include <QtTest>
 
 #include <atomic>
-#include <fcntl.h>
 #include <filesystem>
 #include <sys/mount.h>
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace ravelinth;
 using namespace ravelinth::test;

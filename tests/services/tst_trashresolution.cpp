@@ -7,7 +7,6 @@
 #include <QtTest>
 
 #include <csignal>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -269,7 +269,7 @@ private slots:
         // A sticky shared folder: another user's file stays.
         ::chmod(tree.folder("shared").constData(), 01777);
         batch.add(writeDistinct(tree, "shared/roots.iso"), false);
-        batch.add("/etc/hosts", false);
+        // A protected place, as this user: tst_protectedlocations.
 
         // Arguments cannot carry bytes that are not UTF-8 through QProcess: xargs reads them
         // from a NUL-separated list instead.
@@ -286,8 +286,6 @@ private slots:
             if (!moved.last())
                 QVERIFY(result[u"error"].toString().startsWith(u"Failed to move '"_qs));
         }
-        QCOMPARE(results[4][u"error"].toString(),
-                 u"Failed to move 'hosts' to Trash: Protected system location"_qs);
         batch.check(moved);
     }
 };

@@ -15,27 +15,14 @@ using namespace ravelinth::test;
 
 namespace {
 
-// The command line run from `workingFolder` through the shell, so that the folder may be one the
-// shell leaves or deletes first (`prelude`); arguments are passed as the shell's own.
-ProcessOutput trashFrom(const QByteArray &workingFolder, const QByteArray &prelude,
-                        const QList<QByteArray> &arguments) {
-    QStringList list{u"-c"_qs,
-                     QFile::decodeName("cd \"$1\" && shift && " + prelude + " exec \"$@\""),
-                     u"sh"_qs,
-                     QFile::decodeName(workingFolder),
-                     QStringLiteral(RAVELINTH_EXECUTABLE),
-                     u"trash"_qs};
-    for (const QByteArray &argument : arguments)
-        list.append(QFile::decodeName(argument));
-    return run(u"sh"_qs, list);
-}
-
 // `ravelinth trash` started by a child of this process, which first changes folder one step at
-// a time (deeper than a shell's `cd` can go). Its standard output is the pipe that `output`
-// reads, so the test decides when the command may write on; `finish` waits for its exit code.
+// a time (deeper than a shell's `cd` can go) and, when asked, then removes the folder it ended in
+// (given as a full path). Its standard output is the pipe that `output` reads, so the test decides
+// when the command may write on; `finish` waits for its exit code.
 class TrashChild {
 public:
-    TrashChild(const QList<QByteArray> &steps, QList<QByteArray> arguments) {
+    TrashChild(const QList<QByteArray> &steps, QList<QByteArray> arguments,
+               bool removeWorkingFolder = false) {
         const QByteArray program = RAVELINTH_EXECUTABLE;
         arguments.prepend("trash");
         arguments.prepend(program);
@@ -54,6 +41,8 @@ public:
                 if (::chdir(step.constData()) != 0)
                     ::_exit(126);
             }
+            if (removeWorkingFolder && ::rmdir(steps.last().constData()) != 0)
+                ::_exit(125);
             ::execv(program.constData(), argv.data());
             ::_exit(127);
         }
@@ -65,6 +54,11 @@ public:
         int status = 0;
         ::waitpid(m_pid, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    // The whole report and the exit code, once the command is done.
+    ProcessOutput wait() {
+        const QByteArray report = output.readAll();
+        return {finish(), report, {}};
     }
     QFile output;
 
@@ -105,7 +99,7 @@ private slots:
                                                             {"link2019/", "Not a directory"},
                                                             {"plain.txt/x", "Not a directory"}};
         for (const auto &[argument, reason] : refusals) {
-            const ProcessOutput output = trashFrom(project, {}, {argument});
+            const ProcessOutput output = TrashChild({project}, {argument}).wait();
             QCOMPARE(output.exitCode, 1);
             QVERIFY2(output.out.contains(reason), output.out.constData());
             QCOMPARE(snapshotOf(project), projectBefore);
@@ -113,7 +107,7 @@ private slots:
 
         // The file that `cat link2019/../report.pdf` reads is the one beside the link's target.
         const QByteArray projectReport = snapshotOf(besideProject);
-        ProcessOutput output = trashFrom(project, {}, {"link2019/../report.pdf"});
+        ProcessOutput output = TrashChild({project}, {"link2019/../report.pdf"}).wait();
         QCOMPARE(output.exitCode, 0);
         QCOMPARE(output.out, "moved: " + besideTarget + '\n');
         QVERIFY(!exists(besideTarget));
@@ -125,15 +119,14 @@ private slots:
         const QByteArray victim = writeDistinct(tree, "victim.bin");
         const QByteArray fromRoot = victim.mid(1);
         tree.folder("doomed");
-        output = trashFrom(tree.path("doomed"), "rmdir ../doomed &&", {fromRoot});
+        output = TrashChild({tree.path("doomed")}, {fromRoot}, true).wait();
         QCOMPARE(output.exitCode, 1);
         QVERIFY2(output.out.contains("The current folder cannot be resolved"), output.out.data());
         const QByteArray link(200, 'd');
         tree.deepChain("deep", 25, link, "leaf", 0);
-        TrashChild deep(QList<QByteArray>{tree.path("deep")} + QList<QByteArray>(25, link),
-                        {fromRoot});
-        output.out = deep.output.readAll();
-        output.exitCode = deep.finish();
+        output = TrashChild(QList<QByteArray>{tree.path("deep")} + QList<QByteArray>(25, link),
+                            {fromRoot})
+                     .wait();
         QCOMPARE(output.exitCode, 1);
         QVERIFY2(output.out.contains("The current folder cannot be resolved"), output.out.data());
         QVERIFY(exists(victim));

@@ -154,21 +154,6 @@ private slots:
         QCOMPARE(pathsOf(*scan(tree.root(), {MiB, false, false, false}).outcome), expected);
     }
 
-    void pathsThatAreNotFoldersFail() {
-        TestTree tree;
-        FileScannerService service;
-        const ScanOutcome missing = waitForScan(service.scan(tree.path("nope"), {}));
-        QVERIFY(!missing);
-        QCOMPARE(missing.error().code(), FileScannerError::pathNotFound);
-        QCOMPARE(missing.error().description(),
-                 u"Path not found: "_qs + QFile::decodeName(tree.path("nope")));
-
-        const QByteArray file = tree.file("single.iso", 2 * MiB);
-        const ScanOutcome single = waitForScan(service.scan(file, {}));
-        QVERIFY(!single);
-        QCOMPARE(single.error().description(), u"Not a folder: "_qs + QFile::decodeName(file));
-    }
-
     void relativePathsStartAtTheWorkingFolder() {
         TestTree tree;
         const QByteArray movie = tree.file("work/t1/movie.mkv", 2 * MiB);

@@ -1,11 +1,9 @@
 #include "Programs.h"
-#include "TestTree.h"
 #include "services/DiskInfoService.h"
 
 #include <QtTest>
 
 #include <csignal>
-#include <sys/stat.h>
 
 using namespace ravelinth;
 
@@ -18,34 +16,11 @@ DiskInfoOutcome findmnt(const char *json) {
     return DiskInfoService::parseFindmntReport(QByteArray(json));
 }
 
-// A stand-in for findmnt, first on PATH, running `body` as a shell script.
-class FakeReportCommand {
-public:
-    struct Script {
-        QByteArray body;
-    };
-
-    explicit FakeReportCommand(const Script &script) : m_savedPath(qgetenv("PATH")) {
-        const QByteArray path = m_tree.file("bin/findmnt");
-        QFile file(QFile::decodeName(path));
-        file.open(QIODevice::WriteOnly);
-        file.write("#!/bin/sh\n" + script.body);
-        file.close();
-        ::chmod(path.constData(), 0755);
-        qputenv("PATH", m_tree.path("bin") + ':' + m_savedPath);
-    }
-    // Prints `output` after `delaySecs`.
-    FakeReportCommand(const QByteArray &output, int delaySecs = 0)
-        : FakeReportCommand(Script{"sleep " + QByteArray::number(delaySecs) +
-                                   "\necho 'noise' >&2\ncat <<'EOF'\n" + output + "\nEOF\n"}) {}
-    ~FakeReportCommand() { qputenv("PATH", m_savedPath); }
-
-    QByteArray path(QByteArrayView relative) const { return m_tree.path(relative); }
-
-private:
-    test::TestTree m_tree;
-    QByteArray m_savedPath;
-};
+// A findmnt that prints `output` after `delaySecs`, with noise on its standard error.
+QByteArray printing(const QByteArray &output, int delaySecs = 0) {
+    return "sleep " + QByteArray::number(delaySecs) + "\necho 'noise' >&2\ncat <<'EOF'\n" + output +
+           "\nEOF\n";
+}
 
 // Alive and not merely waiting to be reaped.
 bool isRunning(const QByteArray &pid) {
@@ -148,8 +123,9 @@ private slots:
 
     void diskCommandEscapesTheLabel() {
         // Plain literals: moc misreads "\\u" escapes inside raw strings.
-        FakeReportCommand fake("{\"filesystems\":[{\"target\":\"/\",\"size\":9,\"avail\":4,"
-                               "\"label\":\"evil\\u001b]0;owned\\u0007\\nTotal: 1\"}]}");
+        const test::CommandOnPath fake(
+            "findmnt", printing("{\"filesystems\":[{\"target\":\"/\",\"size\":9,\"avail\":4,"
+                                "\"label\":\"evil\\u001b]0;owned\\u0007\\nTotal: 1\"}]}"));
         const test::ProcessOutput table = test::runRavelinth({"disk"});
         QCOMPARE(table.exitCode, 0);
         QVERIFY2(table.out.startsWith("Name:        evil\\x1B]0;owned\\x07\\nTotal: 1\n"),
@@ -180,8 +156,10 @@ private slots:
     }
 
     void aSlowReportCommandHoldsOnlyTheService() {
-        FakeReportCommand slow(
-            R"({"filesystems":[{"target":"/","source":"/dev/x","size":9,"avail":4}]})", 2);
+        const test::CommandOnPath slow(
+            "findmnt",
+            printing(R"({"filesystems":[{"target":"/","source":"/dev/x","size":9,"avail":4}]})",
+                     2));
         DiskInfoService service;
         QFuture<DiskInfoOutcome> report = service.getSystemProfilerDiskInfo();
         QFuture<DiskInfoOutcome> fallback = service.getFileManagerDiskInfo();
@@ -194,10 +172,10 @@ private slots:
     }
 
     void aHungReportIsKilledWithWhatItStartedAndTheFallbackAnswers() {
-        test::TestTree scratch;
-        const QByteArray pidFile = scratch.path("pids");
-        FakeReportCommand hung(FakeReportCommand::Script{
-            "echo $$ > '" + pidFile + "'\nsleep 1000 &\necho $! >> '" + pidFile + "'\nwait\n"});
+        const test::CommandOnPath hung("findmnt", "pids=\"$(dirname \"$0\")/../pids\"\n"
+                                                  "echo $$ > \"$pids\"\nsleep 1000 &\n"
+                                                  "echo $! >> \"$pids\"\nwait\n");
+        const QByteArray pidFile = hung.path("pids");
         QProcess disk;
         disk.start(QStringLiteral(RAVELINTH_EXECUTABLE), {u"disk"_qs});
         const bool finished = disk.waitForFinished(20000);

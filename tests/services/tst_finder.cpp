@@ -1,4 +1,4 @@
-#include "TestTree.h"
+#include "Programs.h"
 #include "services/FinderService.h"
 
 #include <QDBusConnection>
@@ -11,7 +11,6 @@
 
 #include <cstring>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -50,7 +49,10 @@ class FinderTest : public QObject {
     test::TestTree m_tree;
     RecordingFileManager m_manager;
     std::optional<QDBusConnection> m_serviceConnection;
-    QByteArray m_openedLog;
+    // The fallback opens folders with xdg-open: this one writes down what it was asked.
+    const test::CommandOnPath m_xdgOpen{
+        "xdg-open", "printf '%s\\n' \"$1\" >> \"$(dirname \"$0\")/../opened.log\"\n"};
+    const QByteArray m_openedLog = m_xdgOpen.path("opened.log");
 
     void publish(bool on) {
         if (on) {
@@ -78,16 +80,6 @@ private slots:
         m_serviceConnection =
             QDBusConnection::connectToBus(QString::fromUtf8(address), u"service"_qs);
         QVERIFY(m_serviceConnection->isConnected());
-
-        // The fallback opens folders with xdg-open: this one writes down what it was asked.
-        m_openedLog = m_tree.path("opened.log");
-        const QByteArray script = m_tree.file("bin/xdg-open");
-        QFile file(QFile::decodeName(script));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("#!/bin/sh\nprintf '%s\\n' \"$1\" >> '" + m_openedLog + "'\n");
-        file.close();
-        ::chmod(script.constData(), 0755);
-        qputenv("PATH", m_tree.path("bin") + ':' + qgetenv("PATH"));
     }
 
     void cleanupTestCase() {

@@ -23,6 +23,21 @@ User unprivilegedUser(TestTree &tree) {
     return {nobody, home, home + "/.local/share"};
 }
 
+CommandOnPath::CommandOnPath(const char *name, const QByteArray &body)
+    : m_savedPath(qgetenv("PATH")) {
+    const QByteArray script = m_tree.file("bin/" + QByteArray(name));
+    QFile file(QFile::decodeName(script));
+    if (!file.open(QIODevice::WriteOnly) || file.write("#!/bin/sh\n" + body) < 0)
+        qFatal("cannot write %s", script.constData());
+    file.close();
+    ::chmod(script.constData(), 0755);
+    qputenv("PATH", m_tree.path("bin") + ':' + m_savedPath);
+}
+
+CommandOnPath::~CommandOnPath() {
+    qputenv("PATH", m_savedPath);
+}
+
 QString reachableCopy(const QString &program) {
     static QHash<QString, QString> copies;
     if (const auto it = copies.constFind(program); it != copies.cend())

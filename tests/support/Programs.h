@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestTree.h"
 #include "services/FileScannerService.h"
 
 #include <QByteArray>
@@ -30,10 +31,24 @@ struct ProcessOutput {
     QByteArray err;
 };
 
-class TestTree;
-
 // The unprivileged user, with a private home of its own in `tree`, whose root it may enter.
 User unprivilegedUser(TestTree &tree);
+
+// A shell script named `name`, first on PATH for the life of the object. Beside its own folder
+// lies a scratch folder, `path()`, where the script may write ("$(dirname "$0")/../").
+class CommandOnPath {
+public:
+    CommandOnPath(const char *name, const QByteArray &body);
+    ~CommandOnPath();
+    CommandOnPath(const CommandOnPath &) = delete;
+    CommandOnPath &operator=(const CommandOnPath &) = delete;
+
+    QByteArray path(QByteArrayView relative) const { return m_tree.path(relative); }
+
+private:
+    TestTree m_tree;
+    QByteArray m_savedPath;
+};
 
 // A copy of `program` that every user can run: the build folder may lie inside a private
 // checkout that another user cannot enter. Made once per program and test process.

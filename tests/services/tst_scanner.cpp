@@ -106,12 +106,8 @@ private slots:
         QCOMPARE(pathsOf(*pruned.outcome), QList<QByteArray>{developer});
 
         // The home Trash is pruned wherever the walk meets it.
-        const QByteArray homeTrashFile = environment.dataHome() + "/Trash/files/movie.mkv";
-        QDir().mkpath(QFile::decodeName(environment.dataHome() + "/Trash/files"));
-        QFile file(QFile::decodeName(homeTrashFile));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QVERIFY(file.resize(2 * MiB));
-        file.close();
+        QVERIFY(QDir().mkpath(QFile::decodeName(environment.dataHome() + "/Trash/files")));
+        makeSizedFile((environment.dataHome() + "/Trash/files/movie.mkv").toStdString());
         QVERIFY(scan(environment.home(), {MiB, true, true, false}).outcome->files.isEmpty());
         QCOMPARE(scan(environment.home(), {MiB, true, false, false}).outcome->files.size(), 1);
 

@@ -1,3 +1,4 @@
+#include "Mount.h"
 #include "Programs.h"
 #include "ScanChecks.h"
 #include "TestTree.h"
@@ -8,7 +9,6 @@
 
 #include <atomic>
 #include <filesystem>
-#include <sys/mount.h>
 #include <thread>
 
 using namespace ravelinth;
@@ -156,10 +156,8 @@ private slots:
             return;
         TestTree tree;
         tree.file("own.bin", 1);
-        const QByteArray bound = tree.folder("dev");
-        QCOMPARE(::mount("/dev", bound.constData(), nullptr, MS_BIND, nullptr), 0);
-        // Unmounted before the tree is removed, whatever happens in between.
-        const auto unmount = qScopeGuard([&] { ::umount2(bound.constData(), MNT_DETACH); });
+        const Mount bound(tree.path("dev"), Mount::Bind{"/dev", true});
+        QVERIFY2(bound.mounted(), bound.output());
         QCOMPARE(scan(tree.root(), 0).filesScanned, 1);
     }
 };

@@ -4,7 +4,6 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QtTest>
@@ -118,12 +117,10 @@ private slots:
         m_manager.answers = false;
         publish(true);
         QSignalSpy completed(&FinderService::shared(), &FinderService::revealCompleted);
-        QElapsedTimer timer;
-        timer.start();
         FinderService::shared().revealInFinder({"/data/x.iso"});
         QCOMPARE(completed.size(), 0); // the call returned before any answer
+        // A call left to D-Bus's own limit would wait 25 s for the silent manager.
         QVERIFY(completed.wait(15000));
-        QVERIFY2(timer.elapsed() < 4500, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(completed.first().first().toBool(), false);
         QTRY_VERIFY(opened().endsWith("/data\n"));
         publish(false);
@@ -148,19 +145,17 @@ private slots:
                 qunsetenv("DBUS_SESSION_BUS_ADDRESS");
             else
                 qputenv("DBUS_SESSION_BUS_ADDRESS", address);
-            QElapsedTimer timer;
-            timer.start();
             QProcess reveal;
             reveal.setWorkingDirectory(QFile::decodeName(m_tree.root()));
             reveal.start(QStringLiteral(RAVELINTH_EXECUTABLE),
                          {u"reveal"_qs, u"media/a.mkv"_qs, u"b"_qs});
+            // Under D-Bus's own 25 s limit, a silent bus would hold the command past this wait.
             const bool finished = reveal.waitForFinished(20000);
-            const qint64 elapsed = timer.elapsed();
             if (!finished) {
                 reveal.kill();
                 reveal.waitForFinished();
             }
-            QVERIFY2(finished && elapsed < 4500, address.constData());
+            QVERIFY2(finished, address.constData());
             QCOMPARE(reveal.exitCode(), 0);
             QTRY_COMPARE(opened(), m_tree.path("media") + '\n');
         }

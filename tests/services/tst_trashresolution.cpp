@@ -85,7 +85,7 @@ private slots:
         const QByteArray besideTarget = writeDistinct(tree, "archive/report.pdf");
         tree.folder("archive/2019");
         tree.symlink(tree.path("archive/2019"), "proj/link2019");
-        const QByteArray plainFile = writeDistinct(tree, "proj/plain.txt");
+        writeDistinct(tree, "proj/plain.txt");
 
         // Refused, the working folder and everything in it untouched.
         const QByteArray projectBefore = snapshotOf(project);

@@ -40,7 +40,8 @@ bool isRoot();
 // The mount points of the pseudo file systems on this machine, from the kernel's own table.
 QList<QByteArray> pseudoMountPoints();
 
-// A sparse 2 MiB file.
+// A sparse 2 MiB file where the folder allows it. Failing is silent on purpose: the churn
+// cases make files in folders that another thread moves and removes meanwhile.
 void makeSizedFile(const std::string &path);
 
 } // namespace ravelinth::test

@@ -1,4 +1,6 @@
+#include "ScannedModel.h"
 #include "TestTree.h"
+#include "TrashInspection.h"
 #include "viewmodels/FileOperations.h"
 #include "viewmodels/RavelinthViewModel.h"
 
@@ -7,9 +9,8 @@
 #include <QGuiApplication>
 #include <QtTest>
 
-#include <unistd.h>
-
 using namespace ravelinth;
+using namespace ravelinth::test;
 
 namespace {
 
@@ -43,19 +44,7 @@ class FileOperationsTest : public QObject {
     QByteArray plainPath;
 
     QString idOf(const RavelinthViewModel &model, const QByteArray &path) {
-        for (const FileItem &file : model.files()) {
-            if (file.path == path)
-                return file.id.toString(QUuid::WithoutBraces);
-        }
-        return {};
-    }
-
-    // The actions, on a model that has scanned the tree.
-    void prepare(RavelinthViewModel &model) {
-        model.setScanPath(QFile::decodeName(tree.root()));
-        model.setMinFileSizeMB(1);
-        model.startScan();
-        QTRY_VERIFY_WITH_TIMEOUT(model.scanState().isCompleted(), 10000);
+        return idsOf(model, {path}).value(0);
     }
 
 private slots:
@@ -73,7 +62,7 @@ private slots:
 
     void existingKeepsListOrderAndDropsUnknownIds() {
         RavelinthViewModel model;
-        prepare(model);
+        QVERIFY(scanned(model, tree.root()));
         FileOperations &actions = *model.operations();
         const QString odd = idOf(model, oddPath);
         const QString plain = idOf(model, plainPath);
@@ -86,7 +75,7 @@ private slots:
 
     void openAndRevealUseTheExactBytes() {
         RavelinthViewModel model;
-        prepare(model);
+        QVERIFY(scanned(model, tree.root()));
         FileOperations &actions = *model.operations();
         const QString odd = idOf(model, oddPath);
 
@@ -103,7 +92,7 @@ private slots:
 
     void copyPathTakesOnlyTheFirstFile() {
         RavelinthViewModel model;
-        prepare(model);
+        QVERIFY(scanned(model, tree.root()));
         FileOperations &actions = *model.operations();
         QGuiApplication::clipboard()->setText(u"before"_qs);
         actions.copyPath({});
@@ -119,15 +108,14 @@ private slots:
     // The last test: it moves the files away.
     void zMoveToTrashMovesEachFileAndLeavesTheRestSelected() {
         RavelinthViewModel model;
-        prepare(model);
+        QVERIFY(scanned(model, tree.root()));
         FileOperations &actions = *model.operations();
         model.selectAll();
         QTRY_COMPARE(model.selectedCount(), 2);
         actions.moveToTrash({idOf(model, oddPath)});
         QTRY_COMPARE(model.files().size(), 1);
         QCOMPARE(model.selectedCount(), 1);
-        QCOMPARE(::access(oddPath.constData(), F_OK), -1);
-        QCOMPARE(::access(plainPath.constData(), F_OK), 0);
+        QVERIFY(!exists(oddPath) && exists(plainPath));
     }
 };
 

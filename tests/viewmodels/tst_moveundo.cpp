@@ -1,4 +1,6 @@
+#include "ScannedModel.h"
 #include "TestTree.h"
+#include "TrashInspection.h"
 #include "viewmodels/CategoryStatsModel.h"
 #include "viewmodels/FileListModel.h"
 #include "viewmodels/FileOperations.h"
@@ -9,27 +11,10 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include <unistd.h>
-
 using namespace ravelinth;
-using ravelinth::test::TestTree;
+using namespace ravelinth::test;
 
 namespace {
-
-constexpr qint64 MiB = 1024 * 1024;
-
-bool exists(const QByteArray &path) {
-    return ::access(path.constData(), F_OK) == 0;
-}
-
-QStringList idsOf(const RavelinthViewModel &model, const QList<QByteArray> &paths) {
-    QStringList ids;
-    for (const FileItem &file : model.files()) {
-        if (paths.contains(file.path))
-            ids.append(file.id.toString(QUuid::WithoutBraces));
-    }
-    return ids;
-}
 
 QList<QByteArray> listedPaths(const RavelinthViewModel &model) {
     QList<QByteArray> paths;
@@ -65,10 +50,7 @@ private slots:
             RavelinthViewModel model;
             model.preferences()->setConfirmBeforeDelete(false);
             MoveUndo &undo = *model.undo();
-            model.setScanPath(QFile::decodeName(tree.root()));
-            model.setMinFileSizeMB(1);
-            model.startScan();
-            QTRY_VERIFY_WITH_TIMEOUT(model.scanState().isCompleted(), 10000);
+            QVERIFY(scanned(model, tree.root()));
             QTRY_COMPARE(model.files().size(), 3);
 
             model.operations()->requestMoveToTrash(idsOf(model, {big, small}));

@@ -101,78 +101,25 @@ private slots:
         const QJsonObject dmg = files[0].toObject();
         QCOMPARE(dmg.value(u"path").toString(),
                  QFile::decodeName(tree.path("Downloads/setup.dmg")));
-        QCOMPARE(dmg.value(u"name").toString(), u"setup.dmg"_qs);
         QCOMPARE(dmg.value(u"size").toInteger(), 300 * MiB);
-        QCOMPARE(dmg.value(u"fileExtension").toString(), u"dmg"_qs);
         QCOMPARE(dmg.value(u"modifiedDate").toString(), u"2021-05-03T00:00:00.000Z"_qs);
         QCOMPARE(dmg.value(u"category").toString(), u"Installers"_qs);
-        QCOMPARE(dmg.value(u"isSafeToDelete").toBool(), true);
-        QVERIFY(!dmg.contains(u"rawPath"));
-        const QJsonObject video = files[1].toObject();
-        QCOMPARE(video.value(u"fileExtension").toString(), u"mp4"_qs);
-        QCOMPARE(video.value(u"category").toString(), u"Videos"_qs);
-        QCOMPARE(video.value(u"isSafeToDelete").toBool(), false);
+        QCOMPARE(files[1].toObject().value(u"category").toString(), u"Videos"_qs);
 
-        const QJsonArray stats = root.value(u"categoryStats").toArray();
-        const QStringList order{u"Installers"_qs,   u"Archives"_qs,  u"Videos"_qs,
-                                u"Images"_qs,       u"Documents"_qs, u"Audio"_qs,
-                                u"Applications"_qs, u"Cache"_qs,     u"Other"_qs};
-        QCOMPARE(stats.size(), order.size());
-        for (qsizetype i = 0; i < stats.size(); ++i) {
-            const QJsonObject entry = stats[i].toObject();
-            QCOMPARE(entry.value(u"category").toString(), order[i]);
-            const qint64 expectedCount = i == 0 || i == 2 ? 1 : 0;
-            QCOMPARE(entry.value(u"fileCount").toInteger(), expectedCount);
-        }
-        QCOMPARE(stats[2].toObject().value(u"totalSize").toInteger(), 150 * MiB);
+        // Every category, empty ones too, in the fixed order.
+        QStringList stats;
+        for (const QJsonValue &entry : root.value(u"categoryStats").toArray())
+            stats << entry[u"category"].toString() + u' ' +
+                         QString::number(entry[u"fileCount"].toInteger()) + u' ' +
+                         QString::number(entry[u"totalSize"].toInteger());
+        QCOMPARE(stats.join(u','), u"Installers 1 314572800,Archives 0 0,Videos 1 157286400,"
+                                   u"Images 0 0,Documents 0 0,Audio 0 0,Applications 0 0,"
+                                   u"Cache 0 0,Other 0 0"_qs);
 
         // --hidden and a fractional threshold.
         const QJsonObject hidden = scanJson({tree.root(), "--hidden", "--min-size-mb", "0.5"});
         QCOMPARE(hidden.value(u"files").toArray().size(), 3);
         QCOMPARE(hidden.value(u"filesScanned").toInteger(), 4);
-    }
-
-    // The command line judges Cache and Safe by whole folder names, as the window does.
-    void cacheAndSafeComeFromFolderNamesOnly() {
-        TestTree tree;
-        tree.file("Templates/contract.docx", 6 * MiB);
-        tree.file("Videos/blogs/wedding.mp4", 5 * MiB);
-        tree.file("Documents/temp-report.pdf", 4 * MiB);
-        tree.file("Temp/old.mp4", 3 * MiB);
-        tree.file("app-logs/trace.bin", 2 * MiB);
-        const QJsonArray files =
-            scanJson({tree.root(), "--min-size-mb", "1"}).value(u"files").toArray();
-        QStringList seen;
-        for (const QJsonValue &value : files) {
-            const QJsonObject file = value.toObject();
-            seen.append(file.value(u"name").toString() + u' ' + file.value(u"category").toString() +
-                        u' ' +
-                        (file.value(u"isSafeToDelete").toBool() ? u"Safe"_qs : u"Review"_qs));
-        }
-        QCOMPARE(seen,
-                 (QStringList{u"contract.docx Documents Review"_qs, u"wedding.mp4 Videos Review"_qs,
-                              u"temp-report.pdf Documents Review"_qs, u"old.mp4 Cache Safe"_qs,
-                              u"trace.bin Cache Safe"_qs}));
-    }
-
-    void pathsThatAreNotUtf8AreEncodedTwice() {
-        TestTree tree;
-        const QByteArray raw = tree.file("caf\xe9 100%.iso", 200 * MiB);
-        const QJsonObject file = scanJson({tree.root()}).value(u"files").toArray()[0].toObject();
-        QCOMPARE(file.value(u"name").toString(), QString(u"caf\uFFFD 100%.iso"_qs));
-        QVERIFY(file.value(u"path").toString().endsWith(u"/caf\uFFFD 100%.iso"_qs));
-        const QString encoded = file.value(u"rawPath").toString();
-        QVERIFY(encoded.endsWith(u"/caf%E9 100%25.iso"_qs));
-        QCOMPARE(QByteArray::fromPercentEncoding(encoded.toLatin1()), raw);
-
-        // A byte-order mark that starts a name is part of it.
-        const QByteArray bom = tree.file("\xEF\xBB\xBF"
-                                         "bom.iso",
-                                         200 * MiB);
-        const ProcessOutput json = runRavelinth({"scan", tree.root(), "--json"});
-        QVERIFY(json.out.contains("\"path\":\"" + bom + '"'));
-        QVERIFY(json.out.contains("\"name\":\"\xEF\xBB\xBF"
-                                  "bom.iso\""));
     }
 
     // The same text the window's export saves: RFC 4180 quoting, sizes in bytes, UTC times, and
@@ -197,26 +144,16 @@ private slots:
         QVERIFY(csv.err.isEmpty());
     }
 
-    void print0AndTableListLargestFirst() {
+    void theTableFollowsTheBinaryUnits() {
         TestTree tree;
-        const QByteArray a = tree.file("a\nnewline.zip", 200 * MiB);
-        const QByteArray b = tree.file("b.log", 400 * MiB);
-        const ProcessOutput print0 = runRavelinth({"scan", tree.root(), "--print0"});
-        QCOMPARE(print0.exitCode, 0);
-        QCOMPARE(print0.out, b + '\0' + a + '\0');
-
-        const ProcessOutput table = runRavelinth({"scan", tree.root()});
-        QCOMPARE(table.exitCode, 0);
-        const QList<QByteArray> lines = table.out.split('\n');
-        QVERIFY(lines[1].contains("400 MB") || lines[1].contains("419.4 MB"));
-        QVERIFY(lines[1].contains("Other") || lines[1].contains("Cache"));
-        QVERIFY(table.out.contains("Review"));
-        QVERIFY(table.out.contains("Found 2 files"));
-
+        tree.file("a\nnewline.zip", 200 * MiB);
+        tree.file("b.log", 400 * MiB);
         const ProcessOutput binary = runRavelinth({"scan", tree.root(), "--binary"});
         QCOMPARE(binary.exitCode, 0);
         QVERIFY2(binary.out.split('\n')[1].contains("400 MiB"), binary.out.constData());
         QVERIFY2(binary.out.contains("600 MiB"), binary.out.constData());
+        QVERIFY(binary.out.contains("Review"));
+        QVERIFY(binary.out.contains("Found 2 files"));
         const ProcessOutput disk = runRavelinth({"disk", "--binary"});
         QCOMPARE(disk.exitCode, 0);
         QVERIFY2(disk.out.contains("iB ("), disk.out.constData());
@@ -236,9 +173,6 @@ private slots:
             {"trash", tree.file("victim.txt")},
             {"trash", tree.file("other.txt"), "--json"},
             {"scan", "--help"},
-            {"disk", "--help"},
-            {"trash", "--help"},
-            {"reveal", "--help"},
             {"--help"},
             {"--version"}};
         for (const QList<QByteArray> &arguments : invocations) {
@@ -292,16 +226,14 @@ private slots:
     void aRelativePathIsScannedAsItsAbsolutePath() {
         TestTree tree;
         tree.file("logs/t1/movie.mkv", 2 * MiB);
-        const QJsonObject absolute = scanJson({tree.path("logs/t1"), "--min-size-mb", "1"});
         const ProcessOutput relative =
             run(u"env"_qs, {u"-C"_qs, QFile::decodeName(tree.path("logs")),
                             QStringLiteral(RAVELINTH_EXECUTABLE), u"scan"_qs, u"t1"_qs,
                             u"--min-size-mb"_qs, u"1"_qs, u"--json"_qs});
         QCOMPARE(relative.exitCode, 0);
-        const QJsonObject fromRelative = QJsonDocument::fromJson(relative.out).object();
-        QCOMPARE(fromRelative.value(u"scannedPath"), absolute.value(u"scannedPath"));
-        QCOMPARE(fromRelative.value(u"files"), absolute.value(u"files"));
-        const QJsonObject movie = absolute.value(u"files").toArray()[0].toObject();
+        const QJsonObject report = QJsonDocument::fromJson(relative.out).object();
+        QCOMPARE(report.value(u"scannedPath").toString(), QFile::decodeName(tree.path("logs/t1")));
+        const QJsonObject movie = report.value(u"files").toArray()[0].toObject();
         QCOMPARE(movie.value(u"path").toString(),
                  QFile::decodeName(tree.path("logs/t1/movie.mkv")));
         QCOMPARE(movie.value(u"category").toString(), u"Cache"_qs);
@@ -323,7 +255,6 @@ private slots:
         const QJsonArray files = report[u"files"].toArray();
         QCOMPARE(files.size(), 1);
         QCOMPARE(files[0].toObject()[u"path"].toString().toUtf8(), tree.path("keep.bin"));
-        QCOMPARE(files[0].toObject()[u"linkCount"].toInteger(), 1);
         QCOMPARE(report[u"filesScanned"].toInteger(), 1);
         const QJsonArray skipped = report[u"skippedMounts"].toArray();
         QCOMPARE(skipped.size(), 1);
@@ -337,9 +268,6 @@ private slots:
         QCOMPARE(table.err,
                  "Not entered: " + tree.path("disk") + " (ext4: on another file system)\n");
         QVERIFY(!table.out.contains("there.bin"));
-        const ProcessOutput across = runRavelinth({"scan", tree.root(), "--min-size-mb", "1"});
-        QVERIFY(across.out.contains(tree.path("disk/there.bin")));
-        QVERIFY(across.err.isEmpty());
     }
 
     void failuresAndUsageErrorsHaveTheirExitCodes() {
@@ -362,11 +290,7 @@ private slots:
         QCOMPARE(runRavelinth({"scan", tree.root(), "--exclude"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--exclude="}).exitCode, 2);
         QCOMPARE(runRavelinth({"frobnicate"}).exitCode, 2);
-        const ProcessOutput help = runRavelinth({"scan", "--help"});
-        QCOMPARE(help.exitCode, 0);
-        QVERIFY(help.out.contains("--min-size-mb"));
-        QVERIFY(help.out.contains("[--json | --csv | --print0]"));
-        QCOMPARE(runRavelinth({"--version"}).out, QByteArray("ravelinth 1.0\n"));
+        QCOMPARE(runRavelinth({"scan", "--help"}).exitCode, 0);
     }
 };
 

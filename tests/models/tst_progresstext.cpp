@@ -33,23 +33,14 @@ private slots:
         QTest::newRow("empty") << u""_qs << u""_qs;
         // An accented letter written as letter + combining mark is one character to a reader.
         const QString accented = u"e\u0301"_qs;
-        QString fortyAccented;
-        for (int i = 0; i < 40; ++i)
-            fortyAccented += accented;
-        QTest::newRow("40 combined letters whole") << fortyAccented << fortyAccented;
-        QString thirtySevenAccented;
-        for (int i = 0; i < 37; ++i)
-            thirtySevenAccented += accented;
+        QTest::newRow("40 combined letters whole")
+            << accented.repeated(40) << accented.repeated(40);
         QTest::newRow("41 combined letters cut")
-            << (fortyAccented + accented) << (thirtySevenAccented + u"..."_qs);
+            << accented.repeated(41) << (accented.repeated(37) + u"..."_qs);
         // Emoji outside the basic plane are two UTF-16 units but one character.
         const QString film = u"\U0001F3AC"_qs;
-        QString fortyFilms;
-        for (int i = 0; i < 40; ++i)
-            fortyFilms += film;
-        QTest::newRow("40 emoji whole") << fortyFilms << fortyFilms;
-        QTest::newRow("41 emoji cut")
-            << (fortyFilms + film) << (fortyFilms.first(37 * 2) + u"..."_qs);
+        QTest::newRow("40 emoji whole") << film.repeated(40) << film.repeated(40);
+        QTest::newRow("41 emoji cut") << film.repeated(41) << (film.repeated(37) + u"..."_qs);
     }
     void namesCutAfterFortyCharacters() {
         QFETCH(QString, name);

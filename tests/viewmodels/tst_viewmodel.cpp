@@ -192,35 +192,6 @@ private slots:
         QVERIFY(model.selectedFiles().isEmpty());
         QVERIFY(waitForCompletion(model));
         QCOMPARE(model.files().first().displayName(), u".hidden.mkv"_qs);
-
-        // A path that is no folder fails, so the window's alert shows why.
-        model.setScanPath(QFile::decodeName(tree.path("big.mkv")));
-        model.startScan();
-        QVERIFY(waitForCompletion(model));
-        const QString message = u"Not a folder: "_qs + QFile::decodeName(tree.path("big.mkv"));
-        QCOMPARE(model.scanState(), ScanState::error(message));
-        QCOMPARE(model.errorMessage(), std::optional<QString>(message));
-    }
-
-    // Stop shows "cancelled" at once, then the partial result of a walk that really stopped.
-    void aStopShowsCancelledThenThePartialResult() {
-        TestTree tree;
-        for (int i = 0; i < 30000; ++i)
-            tree.file("d" + QByteArray::number(i % 20) + "/f" + QByteArray::number(i), 1);
-        RavelinthViewModel model;
-        model.setScanPath(QFile::decodeName(tree.root()));
-        model.setMinFileSizeMB(0);
-        model.startScan();
-        QVERIFY(QTest::qWaitFor([&] {
-            const auto *scanning = model.scanState().as<scanstate::Scanning>();
-            return scanning && scanning->filesScanned >= 100;
-        }));
-        model.stopScan();
-        QVERIFY(model.scanState().isCancelled());
-        QVERIFY(waitForCompletion(model));
-        const qint64 found = model.scanState().as<scanstate::Completed>()->filesFound;
-        QVERIFY2(found < 30000, "the scan finished before the stop reached it");
-        QCOMPARE(model.files().size(), found);
     }
 
     // A stopped scan of a big tree may end after a newer scan of a small one has finished; what
@@ -246,7 +217,7 @@ private slots:
         QCOMPARE(model.scanState().as<scanstate::Completed>()->filesFound, 1);
     }
 
-    void theListIsFilteredSearchedAndSorted() {
+    void theListIsFilteredAndSearched() {
         TestTree tree;
         tree.file("b.zip", 2 * MiB);
         tree.file("A.zip", 2 * MiB);
@@ -256,13 +227,6 @@ private slots:
         tree.file("\xc3\x89t\xc3\xa9.mov", 6 * MiB); // Été.mov
         RavelinthViewModel model;
         scan(model, tree.root());
-
-        QCOMPARE(namesOf(model.displayedFiles()).first(), u"\u00C9t\u00E9.mov"_qs);
-        model.setSortOption(SortOption::nameAscending);
-        QVERIFY(waitForTable(model));
-        QCOMPARE(namesOf(model.displayedFiles()).mid(2),
-                 (QStringList{u"b.zip"_qs, u"\u00C9t\u00E9.mov"_qs, u"holiday.mov"_qs,
-                              u"report.pdf"_qs}));
 
         model.setSearchText(u"MOV"_qs);
         QVERIFY(waitForTable(model));

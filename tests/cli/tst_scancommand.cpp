@@ -279,8 +279,6 @@ private slots:
         QCOMPARE(runRavelinth({"scan"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--min-size-mb", "-3"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--json", "--print0"}).exitCode, 2);
-        QCOMPARE(runRavelinth({"scan", tree.root(), "--csv", "--json"}).exitCode, 2);
-        QCOMPARE(runRavelinth({"scan", tree.root(), "--print0", "--csv"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--exclude"}).exitCode, 2);
         QCOMPARE(runRavelinth({"scan", tree.root(), "--exclude="}).exitCode, 2);
         QCOMPARE(runRavelinth({"frobnicate"}).exitCode, 2);

@@ -125,14 +125,19 @@ void FileOperations::moveToTrash(const QStringList &fileIds) {
 
 void FileOperations::moveToTrash(const FileItem &file) {
     const QByteArray path = file.path;
-    whenFinished(m_trash.moveToTrash(path), this, [this, path](const TrashMoveOutcome &outcome) {
-        if (!outcome) {
-            emit failed(outcome.error().description());
-            return;
-        }
-        m_files.removePaths({path});
-        emit filesMoved();
-    });
+    const qint64 size = file.size;
+    whenFinished(m_trash.moveToTrash(path), this,
+                 [this, path, size](const TrashMoveOutcome &outcome) {
+                     if (!outcome) {
+                         emit failed(outcome.error().description());
+                         return;
+                     }
+                     // The journal holds this move like any batch's, so it is offered for undo the
+                     // same way.
+                     emit batchMoved(1, size);
+                     m_files.removePaths({path});
+                     emit filesMoved();
+                 });
 }
 
 void FileOperations::setReport(std::optional<TrashReport> report) {

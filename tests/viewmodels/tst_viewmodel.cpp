@@ -2,6 +2,7 @@
 #include "viewmodels/CategoryStatsModel.h"
 #include "viewmodels/DiskInfoController.h"
 #include "viewmodels/FileListModel.h"
+#include "viewmodels/MoveUndo.h"
 #include "viewmodels/Preferences.h"
 #include "viewmodels/RavelinthViewModel.h"
 #include "viewmodels/SelectionController.h"
@@ -294,11 +295,14 @@ private slots:
         QCOMPARE(model.files().size(), 2);
         QCOMPARE(model.selectedCount(), 1);
 
+        // One file that moves is offered for undo, as a batch is.
         const FileItem keep = model.files().last();
         model.moveToTrash(keep);
         QTRY_COMPARE(model.categoryStats().size(), 1);
         QCOMPARE(model.files().size(), 1);
         QCOMPARE(model.selectedCount(), 1);
+        QCOMPARE(model.undo()->noticeText(), u"Moved 1 file (2.1 MB) to the Trash"_qs);
+        QVERIFY(model.undo()->canUndo());
     }
 };
 
